@@ -1,0 +1,11 @@
+// The whole public API of Varnel.
+#pragma once
+
+#include "varnel/db.h"
+#include "varnel/enums.h"
+#include "varnel/events.h"
+#include "varnel/fields.h"
+#include "varnel/messages.h"
+#include "varnel/modules.h"
+#include "varnel/recordset.h"
+#include "varnel/variant.h"

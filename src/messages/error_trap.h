@@ -1,0 +1,34 @@
+// The one error trap of every public operation: run the body, and turn any
+// error (a VbError from the engine, or anything a client's handler threw) into
+// an error report titled "Error" and the operation's failure result.
+#pragma once
+
+#include <exception>
+#include <utility>
+
+namespace varnel::internal {
+
+// Shows the error of the exception in flight (call only inside a catch block).
+void ReportCurrentException(bool& sys_err_state);
+
+template <class Result, class Body>
+Result Trapped(bool& sys_err_state, Result failure, Body&& body) {
+  try {
+    return std::forward<Body>(body)();
+  } catch (...) {
+    ReportCurrentException(sys_err_state);
+    return failure;
+  }
+}
+
+// The same trap for an operation that reports nothing on failure.
+template <class Result, class Body>
+Result Quiet(Result failure, Body&& body) {
+  try {
+    return std::forward<Body>(body)();
+  } catch (...) {
+    return failure;
+  }
+}
+
+}  // namespace varnel::internal

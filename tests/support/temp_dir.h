@@ -1,0 +1,21 @@
+// A temporary directory removed with its contents at the end of the scope.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace varnel::testing {
+
+class TempDir {
+ public:
+  TempDir();
+  ~TempDir();
+  const std::filesystem::path& path() const { return path_; }
+  // "Provider=SQLite;Data Source=<dir>/<name>"
+  std::string SqliteConnection(const std::string& name = "test.db") const;
+
+ private:
+  std::filesystem::path path_;
+};
+
+}  // namespace varnel::testing
