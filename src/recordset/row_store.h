@@ -1,0 +1,49 @@
+// Whole-row operations on a recordset's store: every field's value array and
+// both mark arrays always have Rows + 1 elements and change together.
+// Everything here works by field index; nothing searches fields by name in a loop.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "recordset/recordset_state.h"
+
+namespace varnel::internal {
+
+// Resizes every field and both mark arrays to 0..rows, keeping what is there
+// (new values Empty, new marks false), then brings the pointer into range.
+void ResizeRows(RecordsetState& rs, int32_t rows);
+
+// Inserts an empty row at position `at` (1..Rows+1): values Empty, marks false.
+void InsertRow(RecordsetState& rs, int32_t at);
+// Removes row `at` (1..Rows): later rows move up by one.
+void EraseRow(RecordsetState& rs, int32_t at);
+
+// The values of every field at row, in field order.
+std::vector<Variant> RowValues(const RecordsetState& rs, int32_t row);
+// Writes values (in field order) into row, silently (no propagation).
+void WriteRowValues(RecordsetState& rs, int32_t row, const std::vector<Variant>& values);
+
+// Recomputes SumValue of the field at index (0-based): the total of its
+// non-blank values when it is summed and numeric or currency.
+void RecomputeSum(RecordsetState& rs, size_t field_index);
+void RecomputeAllSums(RecordsetState& rs);
+
+// Numbers the rows 1..Rows of every F_AutoCoding field.
+void NumberAutoCodingRows(RecordsetState& rs);
+
+// The value of field's ComputeString for row (the evaluator, with the
+// recordset as context).
+Variant EvaluateComputed(RecordsetState& rs, const ClsFields& field, int32_t row);
+
+// The main field's name: the first field with IsMain and F_Boolean; "" when none.
+std::string MainFieldName(const RecordsetState& rs);
+
+// 0-based index of the field that Item(key) would return; VbError 5 when absent.
+size_t FieldIndex(const RecordsetState& rs, const Variant& key);
+// Row 0 means the current row (AbsolutePosition).
+int32_t ResolveRow(RecordsetState& rs, int32_t row);
+// The clamped current row, as the AbsolutePosition getter returns it.
+int32_t ClampedCurrentRow(RecordsetState& rs);
+
+}  // namespace varnel::internal
