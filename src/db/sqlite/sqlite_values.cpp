@@ -86,7 +86,7 @@ int BindVariant(sqlite3_stmt* statement, int index, const Variant& value) {
       return sqlite3_bind_double(statement, index, value.AsDouble());
     case vbCurrency:
       return sqlite3_bind_double(statement, index,
-                                 static_cast<double>(value.AsCurrency().Value) / 10000.0);
+                                 varnel::internal::CurrencyToDouble(value.AsCurrency()));
     case vbDate: {
       const std::string text = IsoDate(value.AsDate());
       return sqlite3_bind_text(statement, index, text.data(), static_cast<int>(text.size()),

@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "automation/calendar.h"
+#include "automation/value_rules.h"
 #include "varnel/variant.h"
 
 namespace varnel::db::internal {
@@ -60,7 +61,7 @@ inline Variant FromReal(double value, CellKind kind) {
       return Variant(value != 0);
     case CellKind::Currency:
       if (value < kCurrencyLimit && value > -kCurrencyLimit) {
-        return Variant(Currency{static_cast<int64_t>(value * 10000 + (value < 0 ? -0.5 : 0.5))});
+        return Variant(varnel::internal::CurrencyFromDouble(value));
       }
       return Variant(value);
     default:
