@@ -1,8 +1,8 @@
 // Small questions a client asks while a row is edited, deleted or saved: the
 // row with the main mark, a field's value before the modification or the
 // deletion, the time as the recordset sees it; and the client-to-client event.
+#include <algorithm>
 #include <chrono>
-#include <cstdio>
 #include <ctime>
 
 #include "automation/calendar.h"
@@ -20,10 +20,9 @@ Date LocalNow() {
   const std::time_t now = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
   std::tm local{};
   localtime_r(&now, &local);
-  char text[32];
-  std::snprintf(text, sizeof text, "%04d-%02d-%02d %02d:%02d:%02d", local.tm_year + 1900,
-                local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec);
-  return CDate(Variant(text));
+  const int second = std::min(local.tm_sec, 59);  // a leap second reads as :59
+  return MakeDate(DateParts{local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour,
+                            local.tm_min, second});
 }
 
 // The element of a per-field snapshot that belongs to the field: the one at
@@ -68,16 +67,14 @@ int32_t ClsRecordset::GetIsMainRow(const Variant& FieldName) {
 // Both answer Empty, without a message, for an unknown field or an erased snapshot.
 Variant ClsRecordset::GetDeleteValue(const Variant& FieldName) {
   const internal::RecordsetState& rs = internal::RecordsetAccess::State(*this);
-  return internal::Quiet(Variant(), [&] {
-    return internal::SnapshotValue(rs, rs.deleted_values, FieldName);
-  });
+  return internal::Quiet(Variant(),
+                         [&] { return internal::SnapshotValue(rs, rs.deleted_values, FieldName); });
 }
 
 Variant ClsRecordset::GetModifyValue(const Variant& FieldName) {
   const internal::RecordsetState& rs = internal::RecordsetAccess::State(*this);
-  return internal::Quiet(Variant(), [&] {
-    return internal::SnapshotValue(rs, rs.saved_values, FieldName);
-  });
+  return internal::Quiet(Variant(),
+                         [&] { return internal::SnapshotValue(rs, rs.saved_values, FieldName); });
 }
 
 void ClsRecordset::CallUserEvent() {

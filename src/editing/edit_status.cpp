@@ -64,7 +64,7 @@ void AssertValid([[maybe_unused]] const RecordsetState& rs) {
     assert(length == static_cast<size_t>(rows) + 1 || (rows == 0 && length <= 1));
   }
   const size_t count = rs.fields.size();
-  assert(!rs.saved_values || rs.saved_values->size() == count);
+  assert(!rs.saved_values || rs.saved_values->size() == count + 1);
   assert(!rs.deleted_values || rs.deleted_values->size() == count + 1);
   switch (rs.edit_status) {
     case E_Modify:

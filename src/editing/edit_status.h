@@ -33,9 +33,21 @@
 //   EditStatusChange before the change is applied. A change of a main Boolean
 //   field leaves the status as it is. Modify or DeleteRecord aimed at a row
 //   other than the pending one saves the pending edit first, so that one edit
-//   never spans two rows. NewQuery and RefineQuery save and enter E_Query;
-//   CancelQuery and ExecuteQuery leave it (E_Default, or E_Nothing when the
-//   reload fails to open).
+//   never spans two rows.
+//
+// Query mode (SavedQueryValues holds every field's criterion from entering
+// query mode until it ends):
+//
+//   from            by                            to
+//   any             NewQuery, RefineQuery         E_Query, once the pending edit is
+//                                                 saved (else unchanged); NewQuery
+//                                                 empties the criteria, RefineQuery keeps them
+//   E_Query         ExecuteQuery                  as the reload leaves it (E_Default,
+//                                                 E_Nothing when it cannot open)
+//   E_Query         ExecuteQuery, no condition    E_Query, criteria still saved
+//   E_Query         ExecuteQuery cancelled        E_Query, saved criteria dropped
+//   E_Query         CancelQuery                   E_Default, criteria given back
+//   any             ClearQuery                    as CancelQuery; criteria empty
 //
 // UpdateRecord ends every pending state in E_Default: committed when the
 // client answers E_Succeed, rolled back in memory when it answers E_OtherErr
@@ -44,8 +56,10 @@
 // After a commit or a roll-back the rows in memory are the rows the database
 // holds.
 //
-// DeletedValues holds one value per field and, after them, the deleted row's
-// edit mark (a Boolean), so that putting the row back restores it as it was.
+// SavedValues and DeletedValues hold one value per field and, after them, the
+// row's edit mark (a Boolean), so that undoing restores the row as it was,
+// its editability included (a changed F_Locked value would otherwise leave
+// the mark it set). GetModifyValue and GetDeleteValue read only the values.
 #pragma once
 
 #include <cstdint>

@@ -50,8 +50,8 @@ void RaiseModifyAfter(RecordsetState& rs) {
 }
 
 // Formats and stores one value; true (after the user was told) when it failed.
-bool ApplyFieldValue(RecordsetState& rs, const Variant& key, ClsFields& field,
-                     const Variant& value, int32_t row) {
+bool ApplyFieldValue(RecordsetState& rs, const Variant& key, ClsFields& field, const Variant& value,
+                     int32_t row) {
   return Trapped(rs.self.SysErrState, true, [&] {
     Variant formatted = value;
     if (rs.self.FormatValue(key, formatted, row)) {

@@ -85,7 +85,7 @@ void AppendPlannedRow(RecordsetState& rs, const InsertPlan& plan) {
   WriteRowValues(rs, row, values);
   ComputeNewRow(rs, row, source, plan.argument_index);
   rs.current_row = row;
-  RefreshTotals(rs, row);
+  TotalsAfterAppend(rs, row);
 }
 
 bool InsertRecord(RecordsetState& rs, const InsertPlan& plan) {

@@ -14,9 +14,10 @@ namespace varnel::internal {
 // Raises VbError 9 unless 1 <= row <= Rows.
 void RequireRow(const RecordsetState& rs, int32_t row);
 
-// SavedValues := the values of row; SavedRow := row.
+// SavedValues := the values of row and its edit mark; SavedRow := row.
 void TakeSnapshot(RecordsetState& rs, int32_t row);
-// Writes SavedValues back into SavedRow (when both are there) and erases them.
+// Writes SavedValues (values and edit mark) back into SavedRow, when both are
+// there, recounting the totals of the summed fields it changes; erases them.
 void RestoreSnapshot(RecordsetState& rs);
 void EraseSavedValues(RecordsetState& rs);
 void EraseDeletedValues(RecordsetState& rs);
@@ -34,6 +35,9 @@ void DropLastRow(RecordsetState& rs);
 // Brings SumValue and the auto-coded numbers up to date after rows from
 // first_changed_row on were inserted, removed or rewritten.
 void RefreshTotals(RecordsetState& rs, int32_t first_changed_row);
+// The same after one row was appended: its values join the running totals,
+// exactly as a full recount adding rows in order would, without the recount.
+void TotalsAfterAppend(RecordsetState& rs, int32_t row);
 
 // Takes the pending edit of `status` back in memory, so that the rows again
 // match the database: a modification is restored from SavedValues, an inserted

@@ -13,7 +13,7 @@
 namespace varnel::internal {
 namespace {
 
-// Locked, or a current row that may not be edited, ends the pending edit
+// Locked, or a current row whose edit mark is off, ends the pending edit
 // without asking the client. Deletions are exempt from the row test: the
 // current row is then not the row being saved.
 bool MustDiscard(RecordsetState& rs, Enum_EditStatus status) {
@@ -23,7 +23,8 @@ bool MustDiscard(RecordsetState& rs, Enum_EditStatus status) {
   if (status == E_Delete || status == E_ModifyDelete || rs.Rows() == 0) {
     return false;
   }
-  return !rs.self.GetEdit(0);
+  const int32_t row = ClampedCurrentRow(rs);
+  return rs.edit_marks[row] == 0;
 }
 
 // The discarded edit is also taken back in memory: otherwise the screen would
@@ -60,7 +61,8 @@ bool PendingRowIsComplete(RecordsetState& rs) {
       continue;
     }
     const auto& values = FieldAccess::Values(*field);
-    const bool blank = row < 0 || static_cast<size_t>(row) >= values.size() || values[row].IsBlank();
+    const bool blank =
+        row < 0 || static_cast<size_t>(row) >= values.size() || values[row].IsBlank();
     if (blank) {
       MdlProcess::ShowErr(LoadResString(101), 94,
                           LoadResString(104) + "'" + ShownName(*field) + "'" + LoadResString(105),

@@ -20,21 +20,19 @@ struct QueryEvents {
   void (ClsRecordsetEvents::*after)();
 };
 
-constexpr QueryEvents kNewQuery{Ev_NewQueryBefore,    &ClsRecordsetEvents::NewQueryBefore,
-                                Ev_SysNewQueryAfter,  &ClsRecordsetEvents::SysNewQueryAfter,
-                                Ev_NewQueryAfter,     &ClsRecordsetEvents::NewQueryAfter};
-constexpr QueryEvents kRefineQuery{
-    Ev_RefineQueryBefore, &ClsRecordsetEvents::RefineQueryBefore,
-    Ev_SysRefineQueryAfter, &ClsRecordsetEvents::SysRefineQueryAfter,
-    Ev_RefineQueryAfter, &ClsRecordsetEvents::RefineQueryAfter};
+constexpr QueryEvents kNewQuery{Ev_NewQueryBefore,   &ClsRecordsetEvents::NewQueryBefore,
+                                Ev_SysNewQueryAfter, &ClsRecordsetEvents::SysNewQueryAfter,
+                                Ev_NewQueryAfter,    &ClsRecordsetEvents::NewQueryAfter};
+constexpr QueryEvents kRefineQuery{Ev_RefineQueryBefore,   &ClsRecordsetEvents::RefineQueryBefore,
+                                   Ev_SysRefineQueryAfter, &ClsRecordsetEvents::SysRefineQueryAfter,
+                                   Ev_RefineQueryAfter,    &ClsRecordsetEvents::RefineQueryAfter};
 constexpr QueryEvents kExecuteQuery{
-    Ev_ExecuteQueryBefore, &ClsRecordsetEvents::ExecuteQueryBefore,
+    Ev_ExecuteQueryBefore,   &ClsRecordsetEvents::ExecuteQueryBefore,
     Ev_SysExecuteQueryAfter, &ClsRecordsetEvents::SysExecuteQueryAfter,
-    Ev_ExecuteQueryAfter, &ClsRecordsetEvents::ExecuteQueryAfter};
-constexpr QueryEvents kCancelQuery{
-    Ev_CancelQueryBefore, &ClsRecordsetEvents::CancelQueryBefore,
-    Ev_SysCancelQueryAfter, &ClsRecordsetEvents::SysCancelQueryAfter,
-    Ev_CancelQueryAfter, &ClsRecordsetEvents::CancelQueryAfter};
+    Ev_ExecuteQueryAfter,    &ClsRecordsetEvents::ExecuteQueryAfter};
+constexpr QueryEvents kCancelQuery{Ev_CancelQueryBefore,   &ClsRecordsetEvents::CancelQueryBefore,
+                                   Ev_SysCancelQueryAfter, &ClsRecordsetEvents::SysCancelQueryAfter,
+                                   Ev_CancelQueryAfter,    &ClsRecordsetEvents::CancelQueryAfter};
 
 // True when the client cancelled.
 bool RaiseBefore(RecordsetState& rs, const QueryEvents& events) {
@@ -108,8 +106,7 @@ namespace varnel {
 bool ClsRecordset::NewQuery() {
   internal::RecordsetState& rs = internal::RecordsetAccess::State(*this);
   return internal::Trapped(SysErrState, true, [&] {
-    return internal::EnterQueryMode(rs, internal::kNewQuery,
-                                    internal::QueryStart::kEmptyCriteria);
+    return internal::EnterQueryMode(rs, internal::kNewQuery, internal::QueryStart::kEmptyCriteria);
   });
 }
 
