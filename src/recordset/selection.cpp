@@ -113,8 +113,6 @@ bool ClsRecordset::GetEdit(int32_t Row) {
   });
 }
 
-Enum_SelectState ClsRecordset::SelectState() const { return d_->select_state; }
-
 bool ClsRecordset::GetSelectRow(int32_t Row) {
   return internal::Trapped(SysErrState, true, [&] {
     if (d_->select_state == S_None && Row == 0) {
