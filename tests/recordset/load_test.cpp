@@ -2,6 +2,7 @@
 // the date cut, computed and auto-coded fields, and the failures.
 #include <functional>
 
+#include "recordset/recordset_state.h"
 #include "source_fixture.h"
 
 namespace varnel::testing {
