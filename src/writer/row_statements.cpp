@@ -54,8 +54,9 @@ Statement InsertStatement(const WriteLayout& layout, const std::vector<Variant>&
     marks += marks.empty() ? "?" : ", ?";
     statement.params.push_back(value);
   }
-  statement.sql = "INSERT INTO " + layout.table +
-                  (columns.empty() ? " DEFAULT VALUES" : " (" + columns + ") VALUES (" + marks + ")");
+  statement.sql =
+      "INSERT INTO " + layout.table +
+      (columns.empty() ? " DEFAULT VALUES" : " (" + columns + ") VALUES (" + marks + ")");
   return statement;
 }
 
@@ -84,8 +85,8 @@ std::optional<Statement> UpdateStatement(const WriteLayout& layout, const TableC
 Statement DeleteStatement(const WriteLayout& layout, const TableCatalog& catalog,
                           const std::vector<Variant>& before) {
   Statement statement;
-  statement.sql = "DELETE FROM " + layout.table +
-                  WhereClause(layout, catalog, before, statement.params);
+  statement.sql =
+      "DELETE FROM " + layout.table + WhereClause(layout, catalog, before, statement.params);
   return statement;
 }
 

@@ -45,8 +45,8 @@ TableCatalog TableCatalog::For(const std::shared_ptr<db::Connection>& connection
   return catalog;
 }
 
-std::vector<std::string> TableCatalog::PrimaryKey(
-    const std::shared_ptr<db::Connection>& connection, const std::string& table) const {
+std::vector<std::string> TableCatalog::PrimaryKey(const std::shared_ptr<db::Connection>& connection,
+                                                  const std::string& table) const {
   std::vector<std::string> columns;
   if (!sqlite_) {
     return columns;

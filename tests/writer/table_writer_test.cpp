@@ -24,9 +24,10 @@ class TableWriterTest : public ::testing::Test {
     other_->Execute(
         "CREATE TABLE Items (Id INTEGER PRIMARY KEY, Name TEXT(20) NOT NULL, Qty INTEGER,"
         " Made DATE, Note TEXT)");
-    other_->Execute("INSERT INTO Items (Name, Qty, Made, Note) VALUES"
-                    " ('bolt', 10, '2024-01-05', NULL), ('nut', 20, '2024-02-01 08:30:00', 'x'),"
-                    " ('washer', 30, NULL, 'y')");
+    other_->Execute(
+        "INSERT INTO Items (Name, Qty, Made, Note) VALUES"
+        " ('bolt', 10, '2024-01-05', NULL), ('nut', 20, '2024-02-01 08:30:00', 'x'),"
+        " ('washer', 30, NULL, 'y')");
   }
 
   std::shared_ptr<db::Connection> Open() {
@@ -41,8 +42,11 @@ class TableWriterTest : public ::testing::Test {
     rs_.TableName = table;
     rs_.UserOpenMode = U_Auto;
     rs_.OrderByField1 = "Id";
-    const std::pair<const char*, Enum_FieldType> columns[] = {
-        {"Id", F_Numeral}, {"Name", F_Text}, {"Qty", F_Numeral}, {"Made", F_Date}, {"Note", F_Text}};
+    const std::pair<const char*, Enum_FieldType> columns[] = {{"Id", F_Numeral},
+                                                              {"Name", F_Text},
+                                                              {"Qty", F_Numeral},
+                                                              {"Made", F_Date},
+                                                              {"Note", F_Text}};
     for (const auto& [name, type] : columns) {
       auto field = rs_.Add(name);
       field->FieldType = type;
@@ -186,8 +190,9 @@ TEST_F(TableWriterTest, ModifiedRowThatIsThenDeletedIsDeletedByItsStoredValues) 
 
 TEST_F(TableWriterTest, TableWithoutKeyRefusesAnUpdateThatMatchesTwoRows) {
   other_->Execute("CREATE TABLE Loose (Id INTEGER, Name TEXT, Qty INTEGER, Made DATE, Note TEXT)");
-  other_->Execute("INSERT INTO Loose VALUES (1, 'a', 1, NULL, NULL), (1, 'a', 1, NULL, NULL),"
-                  " (2, 'b', 2, NULL, NULL)");
+  other_->Execute(
+      "INSERT INTO Loose VALUES (1, 'a', 1, NULL, NULL), (1, 'a', 1, NULL, NULL),"
+      " (2, 'b', 2, NULL, NULL)");
   Load("Loose");
   TableWriter writer(rs_);
   EXPECT_TRUE(writer.KeyColumns().empty());
