@@ -38,7 +38,7 @@ std::optional<std::string> LineReader::Next() {
     if (!std::getline(in_, line)) {
       return std::nullopt;
     }
-    out_ << "> " << line << "\n";
+    out_ << kPrompt << line << "\n";
     return line;
   }
   out_.flush();

@@ -1,6 +1,6 @@
 // Where command lines come from: a terminal gets line editing and a history
 // kept across sessions (libedit); anything else is read line by line, each
-// line echoed after "> " so that a scripted session reads like a typed one.
+// line echoed after the prompt so that a scripted session reads like a typed one.
 #pragma once
 
 #include <filesystem>

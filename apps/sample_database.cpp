@@ -69,7 +69,7 @@ std::vector<FieldRow> OrdersScreen() {
        0, "Unit price", "单价"},
       {"Currency", 3, 0, "", true, false, true, true, false, true, none, none, "", Variant("$"), 3,
        "Currency", "币种"},
-      {"OrderDate", 2, 2, "", true, false, true, false, false, true, Variant("2099-12-31"),
+      {"OrderDate", 2, 2, "", true, false, true, true, false, true, Variant("2099-12-31"),
        Variant("2000-01-01"), "", Variant("Today"), 0, "Order date", "订单日期"},
       {"Paid", 1, 0, "", true, true, true, false, false, true, none, none, "", n(0), 0, "Paid",
        "已付款"},
