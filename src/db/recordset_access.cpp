@@ -8,17 +8,25 @@
 
 namespace varnel::db::internal {
 
-int32_t ReadAllRows(Statement& statement, const std::vector<int32_t>& columns,
-                    const std::vector<std::vector<Variant>*>& outputs) {
-  const int32_t column_count = static_cast<int32_t>(statement.Columns().size());
+namespace {
+
+void CheckColumns(size_t column_count, const std::vector<int32_t>& columns,
+                  const std::vector<std::vector<Variant>*>& outputs) {
   if (columns.size() != outputs.size()) {
     RaiseDbError(kErrBadArguments, "(One output is needed for each column read.)");
   }
-  for (size_t i = 0; i < columns.size(); ++i) {
-    if (columns[i] < 0 || columns[i] >= column_count) {
-      RaiseDbError(kErrItemNotFound, "(Column " + std::to_string(columns[i]) + ".)");
+  for (const int32_t column : columns) {
+    if (column < 0 || static_cast<size_t>(column) >= column_count) {
+      RaiseDbError(kErrItemNotFound, "(Column " + std::to_string(column) + ".)");
     }
   }
+}
+
+}  // namespace
+
+int32_t ReadAllRows(Statement& statement, const std::vector<int32_t>& columns,
+                    const std::vector<std::vector<Variant>*>& outputs) {
+  CheckColumns(statement.Columns().size(), columns, outputs);
   statement.Rewind();
   int32_t rows = 0;
   try {
@@ -82,8 +90,19 @@ const std::vector<ColumnInfo>& RecordsetAccess::Columns(const Recordset& rs) {
 
 int32_t RecordsetAccess::AppendColumns(Recordset& rs, const std::vector<int32_t>& columns,
                                        const std::vector<std::vector<Variant>*>& outputs) {
-  rs.d_->RequireOpen();
-  return ReadAllRows(*rs.d_->statement, columns, outputs);
+  RecordsetData& data = *rs.d_;
+  data.RequireOpen();
+  if (!data.loaded) {
+    return ReadAllRows(*data.statement, columns, outputs);
+  }
+  // A static cursor that has read its rows gives that snapshot again, which
+  // is also cheaper than reading the database a second time.
+  CheckColumns(data.values.size(), columns, outputs);
+  for (size_t i = 0; i < columns.size(); ++i) {
+    const std::vector<Variant>& source = data.values[columns[i]];
+    outputs[i]->insert(outputs[i]->end(), source.begin(), source.end());
+  }
+  return data.row_count;
 }
 
 }  // namespace varnel::db::internal

@@ -6,6 +6,18 @@
 #include "varnel/db.h"
 
 namespace varnel::db {
+namespace {
+
+// The column of a Field; a Field made with an index out of range names none.
+const internal::ColumnInfo& ColumnOf(const Recordset& owner, int32_t index) {
+  const std::vector<internal::ColumnInfo>& columns = internal::RecordsetAccess::Columns(owner);
+  if (index < 0 || static_cast<size_t>(index) >= columns.size()) {
+    internal::RaiseDbError(internal::kErrItemNotFound, "(Field " + std::to_string(index) + ".)");
+  }
+  return columns[index];
+}
+
+}  // namespace
 
 int32_t Fields::Count() const {
   return static_cast<int32_t>(internal::RecordsetAccess::Columns(*owner_).size());
@@ -22,15 +34,12 @@ Field Fields::Item(const std::string& Name) const {
   return Field(owner_, owner_->d_->ColumnIndex(Name));
 }
 
-const std::string& Field::Name() const {
-  return internal::RecordsetAccess::Columns(*owner_)[index_].name;
-}
+const std::string& Field::Name() const { return ColumnOf(*owner_, index_).name; }
 
-int32_t Field::DefinedSize() const {
-  return internal::RecordsetAccess::Columns(*owner_)[index_].defined_size;
-}
+int32_t Field::DefinedSize() const { return ColumnOf(*owner_, index_).defined_size; }
 
 Variant Field::Value() const {
+  ColumnOf(*owner_, index_);
   internal::RecordsetData& data = *owner_->d_;
   data.EnsureLoaded();
   return data.values[index_][data.CurrentRow()];

@@ -4,6 +4,7 @@
 
 #include "db/db_fixture.h"
 #include "db/recordset_access.h"
+#include "db/recordset_data.h"
 
 namespace varnel::testing {
 namespace {
@@ -37,11 +38,19 @@ TEST_F(AppendColumns, AppendsTheChosenColumnsOfEveryRowAfterWhatIsThere) {
                                         Variant("soon")}));
   EXPECT_EQ(id,
             (std::vector<Variant>{Variant(int32_t{1}), Variant(int32_t{2}), Variant(int32_t{3})}));
-  rs->MoveLast();
-  EXPECT_EQ(rs->AbsolutePosition(), 3) << "the cursor is untouched by the bulk read";
-  std::vector<Variant> again;
-  EXPECT_EQ(RecordsetAccess::AppendColumns(*rs, {1}, {&again}), 3) << "reads from the start";
-  EXPECT_EQ(again[2], Variant("ccc"));
+}
+
+TEST_F(AppendColumns, ARecordsetThatReadItsRowsGivesThatSnapshotWhateverItsFilter) {
+  auto rs = Query("T");
+  rs->Filter("Id = 2");
+  cn()->Execute("INSERT INTO T VALUES (4, 'd', NULL)");
+  std::vector<Variant> names;
+  EXPECT_EQ(RecordsetAccess::AppendColumns(*rs, {1}, {&names}), 3);
+  EXPECT_EQ(names, (std::vector<Variant>{Variant("a"), Variant::Null(), Variant("ccc")}));
+  EXPECT_EQ(rs->AbsolutePosition(), 1) << "the cursor is untouched by the bulk read";
+  EXPECT_EQ(rs->RecordCount(), 1);
+  std::vector<Variant> fresh;
+  EXPECT_EQ(RecordsetAccess::AppendColumns(*Query("T"), {1}, {&fresh}), 4);
 }
 
 TEST_F(AppendColumns, BadArgumentsAndClosedRecordsetsAreErrors) {
@@ -52,6 +61,37 @@ TEST_F(AppendColumns, BadArgumentsAndClosedRecordsetsAreErrors) {
   EXPECT_TRUE(out.empty());
   rs->Close();
   EXPECT_EQ(ErrorOf([&] { RecordsetAccess::Columns(*rs); }).Number(), 3704);
+}
+
+// The real statement, failing while it appends row FailAt.
+class FailingStatement : public db::internal::Statement {
+ public:
+  FailingStatement(std::unique_ptr<Statement> real, int fail_at)
+      : real_(std::move(real)), fail_at_(fail_at) {}
+  const std::vector<db::internal::ColumnInfo>& Columns() const override { return real_->Columns(); }
+  void Rewind() override { real_->Rewind(); }
+  bool Step() override { return real_->Step(); }
+  Variant Value(int32_t column) const override { return real_->Value(column); }
+  void AppendRow(const int32_t* columns, std::vector<Variant>* const* outputs,
+                 std::size_t count) const override {
+    if (++rows_ == fail_at_) {
+      throw VbError(-2147467259, "injected failure");
+    }
+    real_->AppendRow(columns, outputs, count);
+  }
+
+ private:
+  std::unique_ptr<Statement> real_;
+  int fail_at_;
+  mutable int rows_ = 0;
+};
+
+TEST_F(AppendColumns, AReadThatFailsHalfWayLeavesNoLockBehind) {
+  FailingStatement statement(cn()->Driver().Prepare("SELECT Id FROM T"), 2);
+  std::vector<Variant> out;
+  EXPECT_EQ(ErrorOf([&] { db::internal::ReadAllRows(statement, {0}, {&out}); }).Description(),
+            "injected failure");
+  EXPECT_EQ(Connect()->Execute("DELETE FROM T"), 3) << "another connection can still write";
 }
 
 TEST_F(AppendColumns, ReleasesTheDatabaseAfterReading) {

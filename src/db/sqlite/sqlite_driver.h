@@ -1,5 +1,7 @@
 // The SQLite provider: "Provider=SQLite;Data Source=<file path>" opens (and
 // creates) a database file. Busy databases are waited for about 2 seconds.
+// A connection is used by one thread at a time (the library runs on its
+// client's thread), so SQLite's own per-call locking is left out.
 //
 // How values cross between SQLite and Variants. Reading, the column's declared
 // type decides (the first row that matches, by the words in the type name):

@@ -9,7 +9,7 @@ namespace varnel::db::internal {
 VbError SqliteError(sqlite3* db, int code, std::string_view doing) {
   std::string message = db != nullptr ? sqlite3_errmsg(db) : sqlite3_errstr(code);
   if ((code & 0xff) == SQLITE_BUSY || (code & 0xff) == SQLITE_LOCKED) {
-    message += " (another connection is writing to it; waited " +
+    message += " (another connection holds a lock on it; gave up after waiting " +
                std::to_string(kSqliteBusyTimeoutMs / 1000) + " seconds)";
   }
   message += " while ";
