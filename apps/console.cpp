@@ -285,7 +285,12 @@ void Console::Select(const std::string& argument) {
   } else if (words.size() == 1 && Same(what, "none")) {
     rs_.ClearSelectRows();
   } else if (words.size() == 1 && valid_row) {
-    rs_.SysSetMutliSelectRows(true, *row, None);
+    // A plain select is a click on the row: the row becomes current, then the
+    // only one selected (and the anchor of a later shift).
+    rs_.AbsolutePosition(*row);
+    if (rs_.AbsolutePosition() == *row) {
+      rs_.SysSetMutliSelectRows(true, *row, None);
+    }
   } else if (words.size() == 2 && Same(what, "shift") && valid_row) {
     rs_.SysSetMutliSelectRows(true, *row, Shift);
   } else if (words.size() == 2 && Same(what, "ctrl") && valid_row) {

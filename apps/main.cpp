@@ -10,6 +10,7 @@
 #include "console_ui.h"
 #include "line_reader.h"
 #include "load_progress.h"
+#include "lock_marks.h"
 #include "options.h"
 #include "screen_setup.h"
 #include "texts.h"
@@ -62,8 +63,10 @@ int RunScreen(const Options& options, bool interactive) {
   }
   LoadProgress progress(rs);
   ReopenOnRefresh reopen(rs);
+  LockMarks locks(rs);
   Advised progress_sink(rs, progress);
   Advised reopen_sink(rs, reopen);
+  Advised locks_sink(rs, locks);
   rs.InitDataSource();
 
   Console console(rs, out);

@@ -18,36 +18,20 @@ std::vector<Variant> ValuesAt(const RecordsetState& rs, int32_t row) {
   return values;
 }
 
-// The update of row `row` whose values before the edit are `before`.
-RowChange UpdateOf(const RecordsetState& rs, int32_t row, const std::vector<Variant>& before) {
-  return RowChange{ChangeKind::Update, row, before, ValuesAt(rs, row)};
-}
-
 RowChange DeleteOf(const std::vector<Variant>& before) {
   return RowChange{ChangeKind::Delete, 0, before, {}};
 }
 
-// A modification and a deletion are both pending. When the deleted row is the
-// modified one, the database still holds the values from before the
-// modification, and those find the row to delete.
+// The modified row was then deleted: the database still holds its values from
+// before the modification, and those find the row to delete.
 std::vector<RowChange> ModifyDeleteChanges(const RecordsetState& rs) {
-  std::vector<RowChange> changes;
-  if (!rs.deleted_values) {
-    return changes;
+  if (rs.saved_values) {
+    return {DeleteOf(*rs.saved_values)};
   }
-  if (!rs.saved_values || rs.saved_row == 0) {
-    changes.push_back(DeleteOf(*rs.deleted_values));
-    return changes;
+  if (rs.deleted_values) {
+    return {DeleteOf(*rs.deleted_values)};
   }
-  if (rs.saved_row == rs.deleted_row) {
-    changes.push_back(DeleteOf(*rs.saved_values));
-    return changes;
-  }
-  // The rows after the deleted one moved up by one.
-  const int32_t modified_row = rs.saved_row > rs.deleted_row ? rs.saved_row - 1 : rs.saved_row;
-  changes.push_back(UpdateOf(rs, modified_row, *rs.saved_values));
-  changes.push_back(DeleteOf(*rs.deleted_values));
-  return changes;
+  return {};
 }
 
 }  // namespace
@@ -57,7 +41,8 @@ std::vector<RowChange> PendingChanges(const RecordsetState& rs) {
   switch (rs.edit_status) {
     case E_Modify:
       if (rs.saved_values && rs.saved_row > 0 && rs.saved_row <= rs.Rows()) {
-        changes.push_back(UpdateOf(rs, rs.saved_row, *rs.saved_values));
+        changes.push_back(RowChange{ChangeKind::Update, rs.saved_row, *rs.saved_values,
+                                    ValuesAt(rs, rs.saved_row)});
       }
       break;
     case E_AddNew:

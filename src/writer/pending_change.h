@@ -16,7 +16,8 @@ struct RowChange {
   ChangeKind kind = ChangeKind::Update;
   // Insert, Update: the row of the store that holds the new values now.
   int32_t row = 0;
-  // Update, Delete: every field's value before the edit, in field order.
+  // Update, Delete: every field's value before the edit, in field order (a
+  // snapshot may hold more elements after the fields; they are not read).
   std::vector<Variant> before;
   // Insert, Update: every field's value now, in field order.
   std::vector<Variant> after;
@@ -27,9 +28,8 @@ struct RowChange {
 //   E_Modify                the modified row (SavedRow) from SavedValues
 //   E_AddNew, E_Copy        the inserted last row
 //   E_Delete                the deleted row's values (DeletedValues)
-//   E_ModifyDelete          the modified row deleted: one delete by its values
-//                           before the modification; two different rows: the
-//                           update of the modified one, then the delete
+//   E_ModifyDelete          the modified row, deleted: a delete by its values
+//                           from before the modification
 std::vector<RowChange> PendingChanges(const RecordsetState& rs);
 
 }  // namespace varnel::internal

@@ -148,7 +148,8 @@ TEST_F(AppSession, SelectionCommandsMarkRows) {
   EXPECT_EQ(status[1].find("Selected"), npos);  // one row: the current one
   EXPECT_NE(status[2].find("Selected: 4"), npos);
   EXPECT_NE(status[3].find("Selected: 3"), npos);
-  EXPECT_EQ(LinesStartingWith(run.output, " +"), 3);  // rows 2, 4 and 5 in the list
+  EXPECT_EQ(LinesStartingWith(run.output, ">+"), 1);  // row 2, the current one
+  EXPECT_EQ(LinesStartingWith(run.output, " +"), 2);  // rows 4 and 5
   EXPECT_NE(status[5].find("Selected: 297"), npos);
   EXPECT_EQ(status[6].find("Selected"), npos);
 }
