@@ -46,8 +46,9 @@ std::string Sums(ClsRecordset& rs) {
   std::string sums;
   for (const auto& field : rs) {
     if (field->IsSum) {
-      sums += (sums.empty() ? std::string(Tr(Text::Sum)) + " " : ", ") + ShownName(*field) + ": " +
-              SumText(*field);
+      sums += (sums.empty() ? std::string(Tr(Text::Sum)) + " " : ", ") +
+              Say(Text::SumItem, fmt::arg("name", ShownName(*field)),
+                  fmt::arg("value", SumText(*field)));
     }
   }
   return sums;

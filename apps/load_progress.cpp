@@ -95,9 +95,8 @@ void LoadProgress::Begin(const std::string& condition) {
 void LoadProgress::End() {
   Counter& counter = TheCounter();
   if (counter.drawn) {
-    counter.done = counter.total;
-    Draw(counter);
-    std::fputs("\n", stderr);
+    std::fputs("\r\033[K", stderr);  // the line goes once the rows are there
+    std::fflush(stderr);
   }
   counter.active = false;
   counter.drawn = false;

@@ -1,8 +1,11 @@
 // varnel: a data-entry console that puts a ClsRecordset in front of a person.
 // With no arguments it opens the sample database (created on first run);
 // --connect with --table or --view opens anything else. See --help.
+#include <langinfo.h>
 #include <unistd.h>
 
+#include <clocale>
+#include <cstring>
 #include <iostream>
 #include <memory>
 
@@ -44,6 +47,14 @@ void Converse(Console& console, LineReader& reader, std::ostream& out) {
     if (!console.Execute(*line)) {
       return;
     }
+  }
+}
+
+// Characters are UTF-8 whatever the environment says, so that line editing
+// takes Chinese input. Only the character type is set: numbers keep their ".".
+void UseUtf8Characters() {
+  if (std::setlocale(LC_CTYPE, "") == nullptr || std::strcmp(nl_langinfo(CODESET), "UTF-8") != 0) {
+    std::setlocale(LC_CTYPE, "C.UTF-8");
   }
 }
 
@@ -89,6 +100,9 @@ int main(int argc, char** argv) {
   varnel::SetThreadUILanguage(options->language);
   varnel::SetMessageUi(std::make_shared<ConsoleUi>(std::cout));
   const bool interactive = isatty(STDIN_FILENO) && isatty(STDOUT_FILENO);
+  if (interactive) {
+    UseUtf8Characters();
+  }
   if (isatty(STDERR_FILENO)) {
     LoadProgress::InstallRowCounter();
   }
