@@ -1,0 +1,74 @@
+#include "compute/operators.h"
+
+namespace varnel::internal {
+namespace {
+
+// Rows: the operator on top of the stack; columns: the incoming operator; both
+// in the order of kOperatorChars. "&" binds like "+" and "-", and all five
+// binary operators are left-associative.
+constexpr std::string_view kRelations[8] = {
+    //         & + - * / ( ) #
+    ">>><<<>>",  // &
+    ">>><<<>>",  // +
+    ">>><<<>>",  // -
+    ">>>>><>>",  // *
+    ">>>>><>>",  // /
+    "<<<<<<=E",  // (
+    ">>>>>E>>",  // )
+    "<<<<<<E=",  // #
+};
+
+Relation FromSymbol(char symbol) {
+  switch (symbol) {
+    case '<':
+      return Relation::Lower;
+    case '=':
+      return Relation::Same;
+    case '>':
+      return Relation::Higher;
+    default:
+      return Relation::None;
+  }
+}
+
+}  // namespace
+
+Relation Precede(char top, char incoming) {
+  const size_t row = kOperatorChars.find(top);
+  const size_t column = kOperatorChars.find(incoming);
+  if (row == std::string_view::npos || column == std::string_view::npos) {
+    return Relation::None;
+  }
+  return FromSymbol(kRelations[row][column]);
+}
+
+Variant ApplyOperator(const Variant& a, char theta, const Variant& b) {
+  const bool a_missing = a.IsBlank();
+  const bool b_missing = b.IsBlank();
+  switch (theta) {
+    case '&':
+      return Concat(a, b);
+    case '+':
+    case '-':
+      if (a_missing && b_missing) {
+        return Variant::Null();
+      }
+      if (a_missing) {
+        return b;  // B itself, not its negation: a leading "-" is no sign
+      }
+      if (b_missing) {
+        return a;
+      }
+      return theta == '+' ? a + b : a - b;
+    case '*':
+    case '/':
+      if (a_missing || b_missing) {
+        return Variant::Null();
+      }
+      return theta == '*' ? a * b : a / b;
+    default:
+      return Variant();
+  }
+}
+
+}  // namespace varnel::internal
