@@ -63,28 +63,35 @@ struct Stacks {
   std::vector<StackOperand> operands;
 };
 
-thread_local std::vector<std::unique_ptr<Stacks>> stacks_pool;
-thread_local size_t evaluation_depth = 0;
+struct StacksPool {
+  std::vector<std::unique_ptr<Stacks>> by_depth;
+  size_t depth = 0;  // evaluations in progress on this thread
+};
 
+thread_local StacksPool stacks_pool;
+
+// Fresh stacks for one evaluation ("#" at the bottom of the operators),
+// released when it ends.
 class StacksInUse {
  public:
-  StacksInUse() {
-    if (stacks_pool.size() <= evaluation_depth) {
-      stacks_pool.push_back(std::make_unique<Stacks>());
+  StacksInUse() : pool_(stacks_pool) {
+    if (pool_.by_depth.size() <= pool_.depth) {
+      pool_.by_depth.push_back(std::make_unique<Stacks>());
     }
-    stacks_ = stacks_pool[evaluation_depth++].get();
+    stacks_ = pool_.by_depth[pool_.depth++].get();
     stacks_->operators.assign(1, '#');
     stacks_->operands.clear();
   }
   ~StacksInUse() {
     stacks_->operands.clear();  // releases the values
-    --evaluation_depth;
+    --pool_.depth;
   }
   StacksInUse(const StacksInUse&) = delete;
   StacksInUse& operator=(const StacksInUse&) = delete;
   Stacks& get() { return *stacks_; }
 
  private:
+  StacksPool& pool_;
   Stacks* stacks_;
 };
 
@@ -97,20 +104,21 @@ class Reduction {
   Reduction(const CompiledExpression& code, const FieldList& fields, int32_t row, Stacks& stacks)
       : code_(code), fields_(fields), row_(row), stacks_(stacks) {}
 
-  // The value; nullopt when the expression is malformed (a read failed, or two
-  // operators met that may not meet).
-  std::optional<Variant> Run() {
+  // Stores the value in result; false when the expression is malformed (a
+  // read failed, or two operators met that may not meet).
+  bool Run(Variant& result) {
     const ExpressionToken* token = nullptr;
     if (!Read(token)) {
-      return std::nullopt;
+      return false;
     }
     for (;;) {
       const bool end_mark = token->kind == ExpressionToken::Kind::Operator && token->op == '#';
       if (TopOperator() == '#' && end_mark) {
-        return TopOperandValue();
+        result = TopOperandValue();
+        return true;
       }
       if (token->kind == ExpressionToken::Kind::Operand) {
-        stacks_.operands.push_back({token, Variant()});
+        stacks_.operands.emplace_back().token = token;
       } else {
         switch (Precede(TopOperator(), token->op)) {
           case Relation::Lower:
@@ -123,11 +131,11 @@ class Reduction {
             Reduce();
             continue;  // the same token is compared again
           case Relation::None:
-            return std::nullopt;
+            return false;
         }
       }
       if (!Read(token)) {
-        return std::nullopt;
+        return false;
       }
     }
   }
@@ -144,35 +152,40 @@ class Reduction {
 
   void Reduce() {
     const char theta = PopOperator();
+    std::vector<StackOperand>& operands = stacks_.operands;
+    if (operands.size() >= 2) {  // both operands there: work on them in place
+      Variant value = Operate(operands[operands.size() - 2], theta, operands.back());
+      operands.pop_back();
+      operands.back().token = nullptr;
+      operands.back().value = std::move(value);
+      return;
+    }
     const StackOperand b = PopOperand();  // the right operand comes off first
     const StackOperand a = PopOperand();
-    stacks_.operands.push_back({nullptr, Operate(a, theta, b)});
+    operands.push_back({nullptr, Operate(a, theta, b)});
   }
 
   // A failing operator shows its operands and gives what it had computed:
   // Empty. The evaluation goes on with that value.
-  Variant Operate(const StackOperand& a_in, char theta, const StackOperand& b_in) {
-    Variant a, b, result;
-    int resolved = 0;
+  Variant Operate(const StackOperand& a, char theta, const StackOperand& b) {
     try {
-      a = Resolve(a_in);
-      ++resolved;
-      b = Resolve(b_in);
-      ++resolved;
-      result = ApplyOperator(a, theta, b);
+      return ApplyOperator(Resolve(a), theta, Resolve(b));
     } catch (...) {
       const std::string description = CurrentErrorDescription();
-      if (resolved < 1) {
-        a = AsRead(a_in);
-      }
-      if (resolved < 2) {
-        b = AsRead(b_in);
-      }
       const Variant op(std::string_view(&theta, theta == '\0' ? 0 : 1));
-      MsgBox(description + "\r\n" + std::string(Concat(Concat(a, op), b).StringView()), kOkOnly,
-             "Operate");
+      const Variant shown = Concat(Concat(ShownOperand(a), op), ShownOperand(b));
+      MsgBox(description + "\r\n" + std::string(shown.StringView()), kOkOnly, "Operate");
+      return Variant();
     }
-    return result;
+  }
+
+  // The operand as the failure message shows it: resolved when it can be.
+  Variant ShownOperand(const StackOperand& operand) const {
+    try {
+      return Resolve(operand);
+    } catch (...) {
+      return AsRead(operand);
+    }
   }
 
   // An operand that is not numeric and names a field stands for that field's
@@ -258,18 +271,23 @@ Variant MdlCompute::Exp_Reduced() {
   if (recordset == nullptr) {
     return ReportFailure("");
   }
-  std::optional<Variant> value;
+  Variant value;
+  bool evaluated = false;
+  std::string description;
   try {
-    const CacheUse cache_use;
+    CacheUse cache;
     StacksInUse stacks;
     const FieldList& fields = RecordsetAccess::State(*recordset).fields;
-    const CompiledExpression& code = CachedExpression(recordset, Expression, fields);
+    const CompiledExpression& code = cache.Get(recordset, Expression, fields);
     Expression = code.rewritten;
-    value = Reduction(code, fields, CurRow, stacks.get()).Run();
+    evaluated = Reduction(code, fields, CurRow, stacks.get()).Run(value);
   } catch (...) {
-    return ReportFailure(CurrentErrorDescription());
+    description = CurrentErrorDescription();
   }
-  return value ? std::move(*value) : ReportFailure("");  // a malformed expression
+  if (!evaluated) {  // the stacks are released before the message
+    value = ReportFailure(description);
+  }
+  return value;
 }
 
 }  // namespace varnel

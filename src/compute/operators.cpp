@@ -18,7 +18,7 @@ constexpr std::string_view kRelations[8] = {
     "<<<<<<E=",  // #
 };
 
-Relation FromSymbol(char symbol) {
+constexpr Relation FromSymbol(char symbol) {
   switch (symbol) {
     case '<':
       return Relation::Lower;
@@ -31,12 +31,30 @@ Relation FromSymbol(char symbol) {
   }
 }
 
+constexpr int kNotAnOperator = -1;
+
+// Each byte's position in kOperatorChars, so that a step costs two lookups.
+struct OperatorIndex {
+  int8_t position[256];
+  constexpr OperatorIndex() : position() {
+    for (int8_t& p : position) {
+      p = kNotAnOperator;
+    }
+    for (size_t i = 0; i < kOperatorChars.size(); ++i) {
+      position[static_cast<unsigned char>(kOperatorChars[i])] = static_cast<int8_t>(i);
+    }
+  }
+  int operator[](char c) const { return position[static_cast<unsigned char>(c)]; }
+};
+
+constexpr OperatorIndex kOperatorIndex;
+
 }  // namespace
 
 Relation Precede(char top, char incoming) {
-  const size_t row = kOperatorChars.find(top);
-  const size_t column = kOperatorChars.find(incoming);
-  if (row == std::string_view::npos || column == std::string_view::npos) {
+  const int row = kOperatorIndex[top];
+  const int column = kOperatorIndex[incoming];
+  if (row == kNotAnOperator || column == kNotAnOperator) {
     return Relation::None;
   }
   return FromSymbol(kRelations[row][column]);

@@ -41,6 +41,8 @@ struct KeyEqual {
   }
 };
 
+}  // namespace
+
 struct TokenCache {
   std::unordered_map<Key, std::unique_ptr<CompiledExpression>, KeyHash, KeyEqual> entries;
   // The entry used last, tried before the map: a load evaluates the same
@@ -52,9 +54,11 @@ struct TokenCache {
   int uses = 0;
 };
 
-thread_local TokenCache cache;
+namespace {
 
-CompiledExpression& Remember(const ClsRecordset* recordset,
+thread_local TokenCache thread_cache;
+
+CompiledExpression& Remember(TokenCache& cache, const ClsRecordset* recordset,
                              std::unique_ptr<CompiledExpression> code) {
   if (cache.entries.size() >= kMaxEntries) {
     for (auto& [key, entry] : cache.entries) {
@@ -76,8 +80,17 @@ CompiledExpression& Remember(const ClsRecordset* recordset,
 
 }  // namespace
 
-const CompiledExpression& CachedExpression(const ClsRecordset* recordset, const std::string& source,
-                                           const FieldList& fields) {
+CacheUse::CacheUse() : cache_(thread_cache) { ++cache_.uses; }
+
+CacheUse::~CacheUse() {
+  if (--cache_.uses == 0) {
+    cache_.retired.clear();
+  }
+}
+
+const CompiledExpression& CacheUse::Get(const ClsRecordset* recordset, const std::string& source,
+                                        const FieldList& fields) {
+  TokenCache& cache = cache_;
   CompiledExpression* code = nullptr;
   if (cache.last != nullptr && cache.last_recordset == recordset && cache.last->source == source) {
     code = cache.last;
@@ -86,19 +99,11 @@ const CompiledExpression& CachedExpression(const ClsRecordset* recordset, const 
     code = found == cache.entries.end() ? nullptr : found->second.get();
   }
   if (code == nullptr || !code->names.Matches(fields)) {
-    code = &Remember(recordset, CompileExpression(source, fields));
+    code = &Remember(cache, recordset, CompileExpression(source, fields));
   }
   cache.last_recordset = recordset;
   cache.last = code;
   return *code;
-}
-
-CacheUse::CacheUse() { ++cache.uses; }
-
-CacheUse::~CacheUse() {
-  if (--cache.uses == 0) {
-    cache.retired.clear();
-  }
 }
 
 }  // namespace varnel::internal

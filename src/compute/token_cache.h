@@ -11,20 +11,25 @@
 
 namespace varnel::internal {
 
-// The compiled form of source for fields (the fields of recordset). The
-// reference stays valid until the outermost CacheUse of the thread ends, even
-// if a nested evaluation replaces the entry.
-const CompiledExpression& CachedExpression(const ClsRecordset* recordset, const std::string& source,
-                                           const FieldList& fields);
+struct TokenCache;
 
-// Marks an evaluation in progress; entries replaced meanwhile are released
-// when the outermost one ends.
+// The thread's cache for the span of one evaluation. Entries replaced while
+// evaluations are in progress (a nested one started from a message box) are
+// released when the outermost one ends, so references handed out stay valid.
 class CacheUse {
  public:
   CacheUse();
   ~CacheUse();
   CacheUse(const CacheUse&) = delete;
   CacheUse& operator=(const CacheUse&) = delete;
+
+  // The compiled form of source for fields (the fields of recordset), read
+  // again when not cached or when the field names changed.
+  const CompiledExpression& Get(const ClsRecordset* recordset, const std::string& source,
+                                const FieldList& fields);
+
+ private:
+  TokenCache& cache_;
 };
 
 }  // namespace varnel::internal
