@@ -3,6 +3,7 @@
 #include "change_sink.h"
 #include "fields/field_access.h"
 #include "fields/field_values.h"
+#include "recordset/change_propagation.h"
 #include "support/capture_ui.h"
 #include "varnel/varnel.h"
 
@@ -35,10 +36,12 @@ TEST_F(ValueStore, BlankOverBlankStoresNothingAndRaisesNothing) {
   EXPECT_TRUE(sink.events.empty());
 }
 
-TEST_F(ValueStore, ValueOverBlankRaisesValueChangeOnceWithRowAndCol) {
+TEST_F(ValueStore, ChangeBetweenBlankAndValueRaisesValueChangeOnce) {
   EXPECT_FALSE(qty->SetValue(int32_t{5}, 2));
   EXPECT_EQ(qty->GetValue(2), Variant(int32_t{5}));
-  EXPECT_EQ(sink.events, (Events{"ValueChange(2,1)"}));
+  qty->SetValue(Variant::Null(), 2);
+  EXPECT_TRUE(qty->GetValue(2).IsNull());
+  EXPECT_EQ(sink.events, (Events{"ValueChange(2,1)", "ValueChange(2,1)"}));
 }
 
 TEST_F(ValueStore, EqualValueOfAnyNumericKindRaisesNoEvent) {
@@ -49,14 +52,6 @@ TEST_F(ValueStore, EqualValueOfAnyNumericKindRaisesNoEvent) {
   }
   EXPECT_TRUE(sink.events.empty());
   EXPECT_EQ(qty->GetValue(1).VarType(), vbLong);  // the first value stays
-}
-
-TEST_F(ValueStore, BlankOverValueIsAChange) {
-  qty->SetValue("x", 1);
-  sink.events.clear();
-  qty->SetValue(Variant::Null(), 1);
-  EXPECT_TRUE(qty->GetValue(1).IsNull());
-  EXPECT_EQ(sink.events, (Events{"ValueChange(1,1)"}));
 }
 
 TEST_F(ValueStore, RowZeroMeansTheCurrentRow) {
@@ -83,13 +78,6 @@ TEST_F(ValueStore, BulkFlagStoresSilently) {
   EXPECT_EQ(qty->GetValue(3), Variant(int32_t{9}));
   EXPECT_TRUE(sink.events.empty());
   EXPECT_FALSE(internal::SuspendChangeEvents);
-}
-
-TEST_F(ValueStore, FieldWithoutRecordsetFailsQuietly) {
-  std::shared_ptr<ClsFields> orphan = internal::MakeField();
-  EXPECT_TRUE(orphan->SetValue("x", 1));
-  EXPECT_TRUE(orphan->GetValue(1).IsEmpty());
-  EXPECT_TRUE(orphan->GetSymbol(1).IsEmpty());
 }
 
 TEST_F(ValueStore, HandlerExceptionIsReportedAndFailsTheCall) {
@@ -199,6 +187,44 @@ TEST_F(QueryMode, SymbolGoesToTheCompanionsQueryValue) {
   EXPECT_EQ(price->GetSymbol(2), Variant("$"));
   EXPECT_EQ(internal::GetSymbolQueryValue(*price), Variant("$"));
   EXPECT_EQ(sink.events, (Events{"ValueQueryChange(Sign)"}));
+}
+
+}  // namespace
+}  // namespace varnel
+
+namespace varnel {
+namespace {
+
+TEST(FieldSizing, ResetFillsWithNullAndResizeKeepsValues) {
+  ClsRecordset rs;
+  auto f = rs.Add("F");
+  const auto& values = internal::FieldAccess::Values(*f);
+  internal::ResetValues(*f, 2);
+  ASSERT_EQ(values.size(), 3u);
+  EXPECT_TRUE(values[0].IsNull() && values[2].IsNull());
+  internal::ResizeValues(*f, 4);
+  EXPECT_TRUE(values[2].IsNull());
+  EXPECT_TRUE(values[4].IsEmpty());
+  internal::ResizeValues(*f, 1);
+  EXPECT_EQ(values.size(), 2u);
+  internal::ResetValues(*f, 0);
+  EXPECT_TRUE(values.empty());
+  EXPECT_THROW(internal::ResetValues(*f, -1), VbError);
+  EXPECT_THROW(internal::ResizeValues(*f, -1), VbError);
+}
+
+TEST(FieldQueryValues, ByNameInAnyCaseRaisingValueQueryChange) {
+  ClsRecordset rs;
+  auto f = rs.Add("Qty");
+  testing::ChangeSink sink;
+  rs.Advise(&sink);
+  auto& state = internal::RecordsetAccess::State(rs);
+  internal::SetFieldQueryValue(state, "QTY", ">1");
+  internal::SetFieldQueryValue(state, "Nowhere", "x");
+  EXPECT_EQ(f->QueryValue, ">1");
+  EXPECT_EQ(internal::GetFieldQueryValue(state, "qty"), ">1");
+  EXPECT_EQ(internal::GetFieldQueryValue(state, "Nowhere"), "");
+  EXPECT_EQ(sink.events, (std::vector<std::string>{"ValueQueryChange(Qty)"}));
 }
 
 }  // namespace
