@@ -24,4 +24,11 @@ void LockMarks::Apply() {
   }
 }
 
+void LockMarks::DeleteRecordBefore(bool& Cancel) {
+  if (!Cancel && !recordset_.GetEdit()) {
+    Cancel = true;
+    MdlProcess::ShowInfor(LoadResString(150), recordset_.SysErrState);
+  }
+}
+
 }  // namespace varnel::app

@@ -51,17 +51,17 @@ TEST_F(AppSession, EditedValueIsSavedToItsRow) {
 }
 
 TEST_F(AppSession, NewRowIsInsertedAndShowsItsGeneratedNumber) {
-  const AppRun run =
-      Run(Script({"new", "set Customer Test Shop", "set Product Stapler", "set Unit price 12.5",
-                  "set Order date 2024-12-31", "save", "quit"}));
+  const AppRun run = Run(Script({"new", "set Customer Test Shop", "set Product Stapler",
+                                 "set Unit price 12.5", "save", "quit"}));
   EXPECT_NE(run.output.find("Saved."), npos) << run.output;
   EXPECT_EQ(FieldValue(run.output, "Order No."), "301");
   EXPECT_EQ(FieldValue(run.output, "Amount"), "12.50 $");
-  EXPECT_EQ(Query("SELECT Customer, Product, Qty, Price, Currency, OrderDate, Paid, Locked"
-                  " FROM Orders WHERE OrderId = 301"),
+  // Quantity, currency, paid and lock take their defaults; the date is today's.
+  EXPECT_EQ(Query("SELECT Customer, Product, Qty, Price, Currency, Paid, Locked,"
+                  " date(OrderDate) = date('now', 'localtime') FROM Orders WHERE OrderId = 301"),
             (Rows{{Variant("Test Shop"), Variant("Stapler"), Variant(int32_t{1}),
-                   Variant(Currency{125000}), Variant("$"), Variant(CDate(Variant("2024-12-31"))),
-                   Variant(false), Variant(int32_t{0})}}));
+                   Variant(Currency{125000}), Variant("$"), Variant(false), Variant(int32_t{0}),
+                   Variant(int32_t{1})}}));
 }
 
 TEST_F(AppSession, CopiedRowIsInsertedUnderANewNumber) {
@@ -131,13 +131,16 @@ TEST_F(AppSession, RequiredFieldLeftEmptyKeepsTheNewRowUnsaved) {
   EXPECT_EQ(Scalar("SELECT COUNT(*) FROM Orders"), Variant(int32_t{300}));
 }
 
-TEST_F(AppSession, LockedRowRefusesChanges) {
+TEST_F(AppSession, LockedRowRefusesChangesAndDeletion) {
   const int32_t id = FirstOrderWhere("Locked <> 0");
-  const AppRun run =
-      Run(Script({"goto " + std::to_string(PositionOf(id)), "set Quantity 2", "quit"}));
-  EXPECT_NE(run.output.find("[Information] You can not update the read only field."), npos)
+  const Rows before = Query("SELECT * FROM Orders ORDER BY OrderId");
+  const AppRun run = Run(Script(
+      {"goto " + std::to_string(PositionOf(id)), "set Quantity 2", "delete", "save", "quit"}));
+  EXPECT_EQ(CountLines(run.output, "[Information] You can not update the read only field."), 2)
       << run.output;
-  EXPECT_NE(StatusLines(run.output).back().find("read-only row"), npos);
+  EXPECT_NE(StatusLines(run.output).back().find("| Browse | read-only row"), npos);
+  EXPECT_NE(run.output.find("Nothing to save."), npos);
+  EXPECT_EQ(Query("SELECT * FROM Orders ORDER BY OrderId"), before);
 }
 
 TEST_F(AppSession, SelectionCommandsMarkRows) {
