@@ -1,0 +1,60 @@
+#!/usr/bin/env bash
+# pg-server.sh start DIR | stop DIR
+# A throwaway PostgreSQL server for the tests: a fresh cluster in DIR, on a
+# free loopback port, run by an unprivileged user (the server refuses root;
+# DIR's parent must be reachable by that user).
+# `start` prints the connection string to use; `stop` shuts it down and
+# removes DIR. Fails with the reason when the server cannot be started.
+set -euo pipefail
+action=${1:?start or stop}
+dir=${2:?directory}
+
+pg_bin() {
+  local found
+  found=$(ls -d /usr/lib/postgresql/*/bin 2>/dev/null | sort -V | tail -n 1)
+  [ -n "$found" ] || { echo "pg-server: PostgreSQL server binaries not found (package postgresql)" >&2; exit 1; }
+  echo "$found"
+}
+
+as_owner() {
+  if [ "$(id -u)" -eq 0 ]; then
+    runuser -u postgres -- "$@"
+  else
+    "$@"
+  fi
+}
+
+free_port() {
+  python3 -c 'import socket; s=socket.socket(); s.bind(("127.0.0.1",0)); print(s.getsockname()[1]); s.close()'
+}
+
+case "$action" in
+  start)
+    bin=$(pg_bin)
+    mkdir -p "$dir"
+    [ "$(id -u)" -eq 0 ] && chown postgres: "$dir"
+    chmod 700 "$dir"
+    as_owner "$bin/initdb" -D "$dir/data" -A trust -U varnel --no-sync -E UTF8 --locale=C.UTF-8 >"$dir/initdb.log" 2>&1 \
+      || { echo "pg-server: initdb failed:" >&2; cat "$dir/initdb.log" >&2; exit 1; }
+    port=$(free_port)
+    as_owner "$bin/pg_ctl" -D "$dir/data" -l "$dir/server.log" -w -t 30 \
+      -o "-c listen_addresses=127.0.0.1 -p $port -k $dir -c fsync=off -c synchronous_commit=off -c full_page_writes=off" \
+      start >/dev/null \
+      || { echo "pg-server: the server did not start:" >&2; cat "$dir/server.log" >&2; exit 1; }
+    as_owner "$bin/createdb" -h 127.0.0.1 -p "$port" -U varnel varnel_test \
+      || { echo "pg-server: createdb failed" >&2; exit 1; }
+    echo "$port" >"$dir/port"
+    echo "Provider=PostgreSQL;Host=127.0.0.1;Port=$port;Database=varnel_test;User ID=varnel;Password="
+    ;;
+  stop)
+    bin=$(pg_bin)
+    if [ -d "$dir/data" ]; then
+      as_owner "$bin/pg_ctl" -D "$dir/data" -m immediate -w stop >/dev/null 2>&1 || true
+    fi
+    rm -rf "$dir"
+    ;;
+  *)
+    echo "usage: pg-server.sh start|stop DIR" >&2
+    exit 2
+    ;;
+esac

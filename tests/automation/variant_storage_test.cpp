@@ -1,0 +1,136 @@
+// Storage of the Variant: kinds, accessors, inline and shared text, copies.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "varnel/variant.h"
+
+namespace varnel {
+namespace {
+
+TEST(VariantStorage, EachConstructorGivesItsKindAndTypeName) {
+  struct Row {
+    Variant value;
+    VbVarType type;
+    const char* name;
+  };
+  const std::vector<Row> rows = {
+      {Variant(), vbEmpty, "Empty"},
+      {Variant::Null(), vbNull, "Null"},
+      {Variant(int16_t{7}), vbInteger, "Integer"},
+      {Variant(int32_t{7}), vbLong, "Long"},
+      {Variant(7.5), vbDouble, "Double"},
+      {Variant(Currency{75000}), vbCurrency, "Currency"},
+      {Variant(Date{37747.5}), vbDate, "Date"},
+      {Variant("abc"), vbString, "String"},
+      {Variant(std::string(40, 'x')), vbString, "String"},
+      {Variant(true), vbBoolean, "Boolean"},
+  };
+  for (const Row& row : rows) {
+    EXPECT_EQ(row.value.VarType(), row.type) << row.name;
+    EXPECT_EQ(row.value.TypeName(), row.name);
+  }
+}
+
+TEST(VariantStorage, AccessorsReturnThePayload) {
+  EXPECT_EQ(Variant(int16_t{-32768}).AsInteger(), -32768);
+  EXPECT_EQ(Variant(int32_t{-2147483647}).AsLong(), -2147483647);
+  EXPECT_EQ(Variant(-0.125).AsDouble(), -0.125);
+  EXPECT_EQ(Variant(Currency{-922337203685477580}).AsCurrency().Value, -922337203685477580);
+  EXPECT_EQ(Variant(Date{-1.25}).AsDate().Value, -1.25);
+  EXPECT_TRUE(Variant(true).AsBoolean());
+  EXPECT_FALSE(Variant(false).AsBoolean());
+  EXPECT_TRUE(Variant(int16_t{1}).IsNumber());
+  EXPECT_FALSE(Variant(true).IsNumber());
+  EXPECT_FALSE(Variant(Date{1}).IsNumber());
+  EXPECT_TRUE(Variant::Null().IsBlank());
+  EXPECT_FALSE(Variant("").IsBlank());
+}
+
+TEST(VariantStorage, TextOfEveryLengthRoundTrips) {
+  for (size_t length : {0, 1, 7, 8, 9, 13, 14, 15, 16, 100, 5000}) {
+    std::string text;
+    for (size_t i = 0; i < length; ++i) {
+      text.push_back(static_cast<char>('a' + i % 26));
+    }
+    Variant value(text);
+    EXPECT_TRUE(value.IsString());
+    EXPECT_EQ(value.StringView(), text) << length;
+    Variant copy = value;
+    EXPECT_EQ(copy.StringView(), text);
+    Variant moved = std::move(copy);
+    EXPECT_EQ(moved.StringView(), text);
+    EXPECT_TRUE(copy.IsEmpty());  // NOLINT: a moved-from Variant is Empty
+  }
+}
+
+TEST(VariantStorage, TextKeepsEmbeddedZerosAndUtf8) {
+  std::string text("a\0b", 3);
+  EXPECT_EQ(Variant(text).StringView(), text);
+  EXPECT_EQ(Variant("价格和数量的合计金额").StringView(), "价格和数量的合计金额");
+}
+
+TEST(VariantStorage, CopiesOfLongTextShareTheCharacters) {
+  Variant original(std::string(100, 'q'));
+  Variant copy = original;
+  EXPECT_EQ(original.StringView().data(), copy.StringView().data());
+}
+
+TEST(VariantStorage, AssignmentReleasesAndSharesCorrectly) {
+  std::vector<Variant> values(10, Variant(std::string(50, 'z')));
+  values[3] = values[3];  // self-assignment keeps the text
+  values[4] = Variant(int32_t{4});
+  values[5] = std::move(values[6]);
+  values[7] = "short";
+  values.resize(20);
+  EXPECT_EQ(values[3].StringView(), std::string(50, 'z'));
+  EXPECT_EQ(values[4].AsLong(), 4);
+  EXPECT_EQ(values[5].StringView(), std::string(50, 'z'));
+  EXPECT_TRUE(values[6].IsEmpty());
+  EXPECT_EQ(values[7].StringView(), "short");
+  EXPECT_TRUE(values[19].IsEmpty());
+}
+
+TEST(VariantEquality, SameKindAndSameValueOnly) {
+  EXPECT_EQ(Variant(), Variant());
+  EXPECT_EQ(Variant::Null(), Variant::Null());
+  EXPECT_FALSE(Variant() == Variant::Null());
+  EXPECT_EQ(Variant(int16_t{3}), Variant(int16_t{3}));
+  EXPECT_FALSE(Variant(int16_t{3}) == Variant(int32_t{3}));
+  EXPECT_FALSE(Variant(3.0) == Variant(Date{3}));
+  EXPECT_EQ(Variant(std::string(30, 'a')), Variant(std::string(30, 'a')));
+  EXPECT_FALSE(Variant("abc") == Variant("abd"));
+  EXPECT_FALSE(Variant("1") == Variant(int32_t{1}));
+  EXPECT_EQ(Variant(true), Variant(true));
+  EXPECT_FALSE(Variant(true) == Variant(false));
+}
+
+TEST(VbErrors, RaiseErrorCarriesTheStandardDescription) {
+  struct Row {
+    int32_t number;
+    const char* description;
+  };
+  const Row rows[] = {{5, "Invalid procedure call or argument"},
+                      {6, "Overflow"},
+                      {9, "Subscript out of range"},
+                      {11, "Division by zero"},
+                      {13, "Type mismatch"},
+                      {91, "Object variable or With block variable not set"},
+                      {94, "Invalid use of Null"},
+                      {12345, "Application-defined or object-defined error"}};
+  for (const Row& row : rows) {
+    try {
+      RaiseError(row.number);
+      ADD_FAILURE() << "no error raised";
+    } catch (const VbError& error) {
+      EXPECT_EQ(error.Number(), row.number);
+      EXPECT_EQ(error.Description(), row.description);
+      EXPECT_STREQ(error.what(), row.description);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace varnel
