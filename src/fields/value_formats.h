@@ -66,6 +66,9 @@ Date CutToDateType(Date value, Enum_DateType type);
 std::string WriteDate(Date value, Enum_DateType type);
 // The date as a SQL literal in single quotes, in the dialect's form.
 std::string DateLiteral(Date value, Enum_DateType type, DateDialect dialect);
+// A key that orders dates in time (serials before 1899-12-30 do not order
+// by value: their fraction counts forwards from the day's start).
+int64_t DateOrder(Date value);
 // The date `days` days later (earlier when negative); nullopt outside years
 // 100..9999.
 std::optional<Date> AddDays(Date value, int64_t days);

@@ -148,9 +148,8 @@ std::string_view OpText(CompareOp op) {
   return kText[static_cast<size_t>(op)];
 }
 
-std::optional<std::string> TranslateComparisons(std::string_view query_text,
-                                                std::string_view name, ComparisonKind& kind,
-                                                QueryParse& parse) {
+std::optional<std::string> TranslateComparisons(std::string_view query_text, std::string_view name,
+                                                ComparisonKind& kind, QueryParse& parse) {
   const QueryTerms terms = SplitTerms(query_text);
   const std::string column = Column(name);
   std::vector<std::optional<std::string>> predicates;
@@ -168,4 +167,3 @@ std::optional<std::string> TranslateComparisons(std::string_view query_text,
 }
 
 }  // namespace varnel::internal
-

@@ -31,8 +31,7 @@ class ComparisonKind {
 
 // Translates query_text over column "[name]" with kind's values. nullopt when
 // the field adds no condition; parse holds the first term that failed.
-std::optional<std::string> TranslateComparisons(std::string_view query_text,
-                                                std::string_view name, ComparisonKind& kind,
-                                                QueryParse& parse);
+std::optional<std::string> TranslateComparisons(std::string_view query_text, std::string_view name,
+                                                ComparisonKind& kind, QueryParse& parse);
 
 }  // namespace varnel::internal

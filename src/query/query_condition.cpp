@@ -72,7 +72,9 @@ std::string QueryBoolean(ClsFields& Field) {
   return "";
 }
 
-Variant QueryDate(ClsFields& Field) { return Translate(Field, "QueryDate", internal::TranslateDate); }
+Variant QueryDate(ClsFields& Field) {
+  return Translate(Field, "QueryDate", internal::TranslateDate);
+}
 
 Variant QueryNumber(ClsFields& Field) {
   return Translate(Field, "QueryNumber", internal::TranslateNumber);
@@ -82,7 +84,9 @@ Variant QueryCurrency(ClsFields& Field) {
   return Translate(Field, "QueryCurrency", internal::TranslateCurrency);
 }
 
-Variant QueryText(ClsFields& Field) { return Translate(Field, "QueryText", internal::TranslateText); }
+Variant QueryText(ClsFields& Field) {
+  return Translate(Field, "QueryText", internal::TranslateText);
+}
 
 std::string QuoteText(const Variant& Value) {
   return internal::ModuleTrapped("QuoteText", std::string(), [&] {

@@ -120,8 +120,8 @@ class DateKind final : public ComparisonKind {
   // The recordset's date (its clock, which a client may replace), asked once.
   Date Today() {
     if (!today_) {
-      today_ = field_.Parent ? MdlDataInterface::CurrentDateValue(*field_.Parent, D_YMD)
-                             : LocalToday();
+      today_ =
+          field_.Parent ? MdlDataInterface::CurrentDateValue(*field_.Parent, D_YMD) : LocalToday();
     }
     return *today_;
   }

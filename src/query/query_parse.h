@@ -12,9 +12,9 @@ namespace varnel::internal {
 
 enum class QueryFault {
   kNone,
-  kEmptyTerm,         // nothing to compare with: "", "x AND ", a bare operator
-  kUnreadableValue,   // the value is not a number, currency amount or date
-  kUnexpectedText,    // text where the grammar allows none ("NULL 5", "NOT x <= 5")
+  kEmptyTerm,        // nothing to compare with: "", "x AND ", a bare operator
+  kUnreadableValue,  // the value is not a number, currency amount or date
+  kUnexpectedText,   // text where the grammar allows none ("NULL 5", "NOT x <= 5")
 };
 
 class QueryParse {

@@ -24,8 +24,8 @@ QueryTerms SplitTerms(std::string_view text);
 // Joins one predicate per term with the connectors and wraps the result in
 // "(" ")". nullopt when any predicate is missing or empty (the whole-field
 // rule); "" when there is nothing to join.
-std::optional<std::string> JoinPredicates(const QueryTerms& terms,
-                                          const std::vector<std::optional<std::string>>& predicates);
+std::optional<std::string> JoinPredicates(
+    const QueryTerms& terms, const std::vector<std::optional<std::string>>& predicates);
 
 // Text without leading and trailing blanks (spaces only, as the platform's Trim).
 std::string_view TrimBlanks(std::string_view text);
