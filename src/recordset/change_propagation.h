@@ -1,0 +1,36 @@
+// What a stored value or symbol sets off in its recordset: the ValueChange /
+// SymbolChange event, the recomputation of the computed fields that mention
+// the changed field, the F_Locked edit marks and the column total. Also the
+// recordset's query-value operations used by the fields in query mode.
+//
+//   // after field->values_[row] changed, unless SuspendChangeEvents:
+//   internal::PropagateChange(rs, row, field->Col, internal::ChangeKind::Value);
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "recordset/recordset_state.h"
+
+namespace varnel::internal {
+
+enum class ChangeKind { Value, Symbol };
+
+// The change propagation for (row, col), col being a 1-based position in the
+// collection (the changed field's Col). Nothing in query mode. Raises
+// ValueChange or SymbolChange; then, in collection order, recomputes every
+// computed field whose ComputeString contains the changed field's name (a
+// field already being recomputed further up is not evaluated again) and
+// refreshes the row's edit mark from every F_Locked field; finally recomputes
+// the changed field's SumValue.
+void PropagateChange(RecordsetState& rs, int32_t row, int32_t col, ChangeKind kind);
+
+// The QueryValue of the field Item(field_name) would return; "" when none.
+std::string GetFieldQueryValue(const RecordsetState& rs, std::string_view field_name);
+// Stores value as field's QueryValue and raises ValueQueryChange(field.Name).
+void SetFieldQueryValue(RecordsetState& rs, ClsFields& field, std::string value);
+// The same for the field Item(field_name) would return; nothing when none.
+void SetFieldQueryValue(RecordsetState& rs, std::string_view field_name, std::string value);
+
+}  // namespace varnel::internal

@@ -1,0 +1,185 @@
+// Whole-row operations on the store. Rows are inserted and erased column by
+// column (one vector insert or erase per field and per mark array), so a row
+// at the top of a large store costs one shift of each column, not a copy of
+// every row.
+#include "recordset/row_store.h"
+
+#include <algorithm>
+
+#include "fields/field_access.h"
+#include "fields/field_values.h"
+#include "recordset/field_lookup.h"
+
+namespace varnel::internal {
+namespace {
+
+size_t ElementCount(int32_t rows) { return static_cast<size_t>(rows) + 1; }
+
+// Every value array has Rows + 1 elements; one that fell short (a field
+// added while no row was loaded) is brought to length, new elements Empty.
+std::vector<Variant>& RowValuesOf(ClsFields& field, int32_t rows) {
+  std::vector<Variant>& values = FieldAccess::Values(field);
+  if (values.size() < ElementCount(rows)) {
+    values.resize(ElementCount(rows));
+  }
+  return values;
+}
+
+bool CountsTowardsTotal(const Variant& value) {
+  return value.IsNumber() || (value.IsString() && IsNumeric(value));
+}
+
+}  // namespace
+
+void ResizeRows(RecordsetState& rs, int32_t rows) {
+  if (rows < 0) {
+    RaiseError(9);
+  }
+  rs.select_marks.resize(ElementCount(rows), 0);
+  rs.edit_marks.resize(ElementCount(rows), 0);
+  for (const auto& field : rs.fields) {
+    ResizeValues(*field, rows);
+  }
+  const int32_t count = rs.Rows();
+  if (count == 0) {
+    rs.current_row = 0;
+  } else if (rs.current_row == 0 || count < 1) {
+    rs.current_row = 1;
+  } else if (rs.current_row > count) {
+    rs.current_row = count;
+  }
+}
+
+void InsertRow(RecordsetState& rs, int32_t at) {
+  const int32_t rows = rs.Rows();
+  if (at < 1 || at > rows + 1) {
+    RaiseError(9);
+  }
+  if (rs.select_marks.empty()) {
+    rs.select_marks.assign(1, 0);
+    rs.edit_marks.assign(1, 0);
+  }
+  rs.select_marks.insert(rs.select_marks.begin() + at, 0);
+  rs.edit_marks.insert(rs.edit_marks.begin() + at, 0);
+  for (const auto& field : rs.fields) {
+    std::vector<Variant>& values = RowValuesOf(*field, rows);
+    values.insert(values.begin() + at, Variant());
+  }
+}
+
+void EraseRow(RecordsetState& rs, int32_t at) {
+  if (at < 1 || at > rs.Rows()) {
+    RaiseError(9);
+  }
+  rs.select_marks.erase(rs.select_marks.begin() + at);
+  rs.edit_marks.erase(rs.edit_marks.begin() + at);
+  for (const auto& field : rs.fields) {
+    std::vector<Variant>& values = FieldAccess::Values(*field);
+    if (static_cast<size_t>(at) < values.size()) {
+      values.erase(values.begin() + at);
+    }
+  }
+}
+
+std::vector<Variant> RowValues(const RecordsetState& rs, int32_t row) {
+  std::vector<Variant> out;
+  out.reserve(rs.fields.size());
+  for (const auto& field : rs.fields) {
+    const std::vector<Variant>& values = FieldAccess::Values(*field);
+    const bool in_store = row >= 0 && static_cast<size_t>(row) < values.size();
+    out.push_back(in_store ? values[row] : Variant());
+  }
+  return out;
+}
+
+void WriteRowValues(RecordsetState& rs, int32_t row, const std::vector<Variant>& values) {
+  const int32_t rows = rs.Rows();
+  if (row < 0 || row > rows) {
+    RaiseError(9);
+  }
+  const size_t count = std::min(values.size(), rs.fields.size());
+  for (size_t i = 0; i < count; ++i) {
+    RowValuesOf(*rs.fields[i], rows)[row] = values[i];
+  }
+}
+
+// A summed field totals its numbers (and numeric text) row by row with the
+// platform's addition, as Currency for a currency field; an empty column
+// totals 0. A field that is not summed has a Null total.
+void RecomputeSum(RecordsetState& rs, size_t field_index) {
+  if (field_index >= rs.fields.size()) {
+    RaiseError(9);
+  }
+  ClsFields& field = *rs.fields[field_index];
+  if (!field.IsSum) {
+    field.SumValue = Variant::Null();
+    return;
+  }
+  const bool currency = field.FieldType == F_Currency;
+  Variant total = currency ? Variant(Currency{0}) : Variant(int32_t{0});
+  const std::vector<Variant>& values = FieldAccess::Values(field);
+  for (size_t row = 1; row < values.size(); ++row) {
+    const Variant& value = values[row];
+    if (CountsTowardsTotal(value)) {
+      total = currency ? total + Variant(value.ToCurrency()) : total + value;
+    }
+  }
+  field.SumValue = std::move(total);
+}
+
+void RecomputeAllSums(RecordsetState& rs) {
+  for (size_t i = 0; i < rs.fields.size(); ++i) {
+    RecomputeSum(rs, i);
+  }
+}
+
+void NumberAutoCodingRows(RecordsetState& rs) {
+  const int32_t rows = rs.Rows();
+  for (const auto& field : rs.fields) {
+    if (field->FieldType != F_AutoCoding) {
+      continue;
+    }
+    std::vector<Variant>& values = RowValuesOf(*field, rows);
+    for (int32_t row = 1; row <= rows; ++row) {
+      values[row] = Variant(row);
+    }
+  }
+}
+
+std::string MainFieldName(const RecordsetState& rs) {
+  for (const auto& field : rs.fields) {
+    if (field->IsMain && field->FieldType == F_Boolean) {
+      return field->Name;
+    }
+  }
+  return "";
+}
+
+size_t FieldIndex(const RecordsetState& rs, const Variant& key) {
+  const std::optional<size_t> index = FindField(rs, key);
+  if (!index) {
+    RaiseError(5);
+  }
+  return *index;
+}
+
+int32_t ResolveRow(RecordsetState& rs, int32_t row) {
+  return row == 0 ? ClampedCurrentRow(rs) : row;
+}
+
+// A pointer left out of range by a shrinking store is brought back here.
+int32_t ClampedCurrentRow(RecordsetState& rs) {
+  const int32_t rows = rs.Rows();
+  int32_t p = rs.current_row;
+  if (p > rows && rows > 0) {
+    p = rows;
+  } else if (p < 1 && rows > 0) {
+    p = 1;
+  } else if (rows < 0) {
+    p = 0;
+  }
+  rs.current_row = p;
+  return p;
+}
+
+}  // namespace varnel::internal
