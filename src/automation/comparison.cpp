@@ -1,0 +1,82 @@
+// "New equals Old" for the value store. Numbers of every kind (Boolean as -1
+// or 0) and dates compare by value; text compares by exact characters; text
+// against a number is equal only when the text is numeric with that value,
+// text against a date only when the text reads as that date. Empty and Null
+// are equal to each other and to nothing else.
+#include "automation/calendar.h"
+#include "automation/numeric_text.h"
+#include "automation/value_rules.h"
+
+namespace varnel {
+
+namespace {
+
+bool IsExactKind(VbVarType type) {
+  return type == vbInteger || type == vbLong || type == vbBoolean || type == vbCurrency;
+}
+
+// Exact kinds as 1/10000 units, so Currency compares without rounding.
+int64_t ExactUnits(const Variant& value) {
+  switch (value.VarType()) {
+    case vbInteger:
+      return int64_t{value.AsInteger()} * 10000;
+    case vbLong:
+      return int64_t{value.AsLong()} * 10000;
+    case vbBoolean:
+      return value.AsBoolean() ? -10000 : 0;
+    default:
+      return value.AsCurrency().Value;
+  }
+}
+
+double RealValue(const Variant& value) {
+  switch (value.VarType()) {
+    case vbDouble:
+    case vbDate:
+      return value.AsDouble();
+    case vbCurrency:
+      return internal::CurrencyToDouble(value.AsCurrency());
+    default:
+      return static_cast<double>(ExactUnits(value) / 10000);
+  }
+}
+
+bool NumbersEqual(const Variant& a, const Variant& b) {
+  if (IsExactKind(a.VarType()) && IsExactKind(b.VarType())) {
+    return ExactUnits(a) == ExactUnits(b);
+  }
+  return RealValue(a) == RealValue(b);
+}
+
+bool TextEqualsValue(std::string_view text, const Variant& value) {
+  if (value.VarType() == vbDate) {
+    std::optional<Date> date = internal::ParseDateText(text);
+    return date && date->Value == value.AsDouble();
+  }
+  std::optional<double> number = internal::ParseNumber(text);
+  return number && NumbersEqual(Variant(*number), value);
+}
+
+}  // namespace
+
+bool ValuesEqual(const Variant& A, const Variant& B) noexcept {
+  if (A.IsBlank() || B.IsBlank()) {
+    return A.IsBlank() && B.IsBlank();
+  }
+  if (A.IsString() && B.IsString()) {
+    return A.StringView() == B.StringView();
+  }
+  try {
+    if (A.IsString()) {
+      return TextEqualsValue(A.StringView(), B);
+    }
+    if (B.IsString()) {
+      return TextEqualsValue(B.StringView(), A);
+    }
+  } catch (const std::exception&) {
+    return false;  // out of memory while reading the text: treat as a change
+  }
+  return NumbersEqual(A, B);
+}
+
+}  // namespace varnel

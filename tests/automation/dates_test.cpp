@@ -1,0 +1,220 @@
+// Calendar arithmetic, date texts, DateType cuts and Format patterns.
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <vector>
+
+#include "automation/calendar.h"
+#include "varnel/variant.h"
+
+namespace varnel {
+namespace {
+
+using internal::DateParts;
+
+constexpr double kNoon = 37747.5;  // 2003-05-06 12:00:00
+
+double Serial(int y, int m, int d, int h = 0, int n = 0, int s = 0) {
+  return internal::MakeDate({y, m, d, h, n, s}).Value;
+}
+
+TEST(Calendar, SplitAndMakeAreInverse) {
+  EXPECT_EQ(Serial(1899, 12, 30), 0);
+  EXPECT_EQ(Serial(2003, 5, 6, 12), kNoon);
+  EXPECT_EQ(Serial(1899, 12, 29, 6), -1.25);
+  EXPECT_EQ(Serial(100, 1, 1), -657434);
+  EXPECT_EQ(Serial(9999, 12, 31), 2958465);
+  for (double serial : {0.0, 1.0, 59.0, 60.0, 61.0, kNoon, -1.25, -700.75, 2958465.5}) {
+    DateParts p = internal::SplitDate(Date{serial});
+    EXPECT_EQ(Serial(p.year, p.month, p.day, p.hour, p.minute, p.second), serial) << serial;
+  }
+  DateParts leap = internal::SplitDate(Date{Serial(2000, 2, 29, 23, 59, 59)});
+  EXPECT_EQ(leap.month, 2);
+  EXPECT_EQ(leap.day, 29);
+  EXPECT_EQ(leap.second, 59);
+}
+
+TEST(Calendar, SplitRoundsToTheSecondAcrossMidnight) {
+  DateParts p = internal::SplitDate(Date{37747.0 + 86399.6 / 86400});
+  EXPECT_EQ(p.day, 7);
+  EXPECT_EQ(p.hour, 0);
+  EXPECT_EQ(p.second, 0);
+}
+
+TEST(Calendar, CutDateKeepsWhatThePatternWrites) {
+  const double t = Serial(2003, 5, 6, 10, 20, 30) + 0.4 / 86400;
+  struct Case {
+    Enum_DateType type;
+    double expected;
+  };
+  const std::vector<Case> cases = {
+      {D_YMDHNS, Serial(2003, 5, 6, 10, 20, 30)},
+      {D_YMDHN, Serial(2003, 5, 6, 10, 20)},
+      {D_YMD, Serial(2003, 5, 6)},
+      {D_HNS, Serial(1899, 12, 30, 10, 20, 30)},
+      {D_HN, Serial(1899, 12, 30, 10, 20)},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(internal::CutDate(Date{t}, c.type).Value, c.expected) << c.type;
+  }
+  // Rounding to the second comes first, as formatting does.
+  double late = Serial(2003, 5, 6, 23, 59, 59) + 0.6 / 86400;
+  EXPECT_EQ(internal::CutDate(Date{late}, D_YMD).Value, Serial(2003, 5, 7));
+  EXPECT_EQ(internal::CutDate(Date{-1.25}, D_YMD).Value, -1);
+}
+
+TEST(DateText, ReadsMonthFirstIsoAndTimes) {
+  struct Case {
+    const char* text;
+    double expected;
+  };
+  const std::vector<Case> cases = {
+      {"5/6/2003", Serial(2003, 5, 6)},
+      {" 05/06/2003 ", Serial(2003, 5, 6)},
+      {"5/6/03", Serial(2003, 5, 6)},
+      {"5/6/45", Serial(1945, 5, 6)},
+      {"5-6-2003", Serial(2003, 5, 6)},
+      {"2003/5/6", Serial(2003, 5, 6)},
+      {"2003-05-06", Serial(2003, 5, 6)},
+      {"5/6/2003 12:00", kNoon},
+      {"5/6/2003 12:00:00 PM", kNoon},
+      {"5/6/2003 1:05:09 pm", Serial(2003, 5, 6, 13, 5, 9)},
+      {"5/6/2003 12:30 AM", Serial(2003, 5, 6, 0, 30)},
+      {"2003-05-06T12:00:00", kNoon},
+      {"2003-05-06 12:00:00.5", kNoon + 0.5 / 86400},
+      {"10:20", Serial(1899, 12, 30, 10, 20)},
+      {"10:20:30", Serial(1899, 12, 30, 10, 20, 30)},
+      {"9:05AM", Serial(1899, 12, 30, 9, 5)},
+      {"2/29/2000", Serial(2000, 2, 29)},
+      {"12/29/1899 6:00", -1.25},
+  };
+  for (const Case& c : cases) {
+    std::optional<Date> date = internal::ParseDateText(c.text);
+    ASSERT_TRUE(date.has_value()) << c.text;
+    EXPECT_EQ(date->Value, c.expected) << c.text;
+  }
+  for (const char* bad :
+       {"", "abc", "2003", "13/1/2003", "2/29/2001", "5/6/2003 25:00", "5/6/2003 10:60", "13:00 PM",
+        "5/6/2003x", "5//2003", "10:", "1/1/99999", "5/6/2003 10:20:30 XM", "10.5"}) {
+    EXPECT_FALSE(internal::ParseDateText(bad).has_value()) << bad;
+  }
+}
+
+TEST(DateText, CurrentYearWhenOmitted) {
+  std::optional<Date> date = internal::ParseDateText("5/6");
+  ASSERT_TRUE(date.has_value());
+  EXPECT_EQ(internal::SplitDate(*date).month, 5);
+  EXPECT_GE(internal::SplitDate(*date).year, 2024);
+}
+
+TEST(IsoDateParser, ReadsDatabaseTextsStrictly) {
+  struct Case {
+    const char* text;
+    double expected;
+  };
+  const std::vector<Case> cases = {
+      {"2003-05-06", Serial(2003, 5, 6)},
+      {"2003-05-06 12:00", kNoon},
+      {"2003-05-06 12:00:00", kNoon},
+      {"2003-05-06T12:00:00", kNoon},
+      {"2003-05-06 12:00:00.250", kNoon + 0.25 / 86400},
+      {"10:20:30", Serial(1899, 12, 30, 10, 20, 30)},
+      {"10:20", Serial(1899, 12, 30, 10, 20)},
+      {"1899-12-29 06:00:00", -1.25},
+  };
+  for (const Case& c : cases) {
+    Date out{-99};
+    ASSERT_TRUE(internal::ParseIsoDate(c.text, std::strlen(c.text), out)) << c.text;
+    EXPECT_EQ(out.Value, c.expected) << c.text;
+  }
+  for (const char* bad : {"", "2003-5-6", "2003-05-06 ", "2003-13-01", "2003-02-30", "24:00:00",
+                          "2003-05-06 12:00:60", "2003-05-06Z", "12:00:00.", "5/6/2003"}) {
+    Date out{-99};
+    EXPECT_FALSE(internal::ParseIsoDate(bad, std::strlen(bad), out)) << bad;
+    EXPECT_EQ(out.Value, -99);
+  }
+}
+
+TEST(FormatDates, WritesThePatternsTheLibraryUses) {
+  const Variant t(Date{Serial(2003, 5, 6, 13, 5, 9)});
+  struct Case {
+    const char* pattern;
+    const char* text;
+  };
+  const std::vector<Case> cases = {
+      {"mm/dd/yyyy hh:nn:ss", "05/06/2003 13:05:09"},
+      {"mm/dd/yyyy hh:nn:00", "05/06/2003 13:05:00"},
+      {"mm/dd/yyyy", "05/06/2003"},
+      {"hh:nn:ss", "13:05:09"},
+      {"hh:nn:00", "13:05:00"},
+      {"yyyy-mm-dd hh:nn:00", "2003-05-06 13:05:00"},
+      {"m/d/yy h:n:s", "5/6/03 13:5:9"},
+      {"hh:mm", "13:05"},
+      {"h:nn AM/PM", "1:05 PM"},
+      {"h:nn am/pm", "1:05 pm"},
+      {"dddd, mmmm d, yyyy", "Tuesday, May 6, 2003"},
+      {"ddd dd-mmm-yy", "Tue 06-May-03"},
+      {"YYYY\\y \"at\" hh", "2003y at 13"},
+      {"y", "126"},
+      {"Short Date", "5/6/2003"},
+      {"Long Time", "1:05:09 PM"},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(Format(t, c.pattern), c.text) << c.pattern;
+  }
+}
+
+TEST(FormatDates, ReadsOtherKindsAsDates) {
+  EXPECT_EQ(Format(Variant(kNoon), "yyyy-mm-dd hh:nn"), "2003-05-06 12:00");
+  EXPECT_EQ(Format(Variant("5/6/2003 12:00"), "yyyy-mm-dd"), "2003-05-06");
+  EXPECT_EQ(Format(Variant("not a date"), "yyyy-mm-dd"), "not a date");
+  EXPECT_EQ(Format(Variant::Null(), "yyyy-mm-dd"), "");
+  EXPECT_EQ(Format(Variant(), "yyyy-mm-dd"), "");
+  EXPECT_EQ(Format(Variant(Date{0.999999}), "mm/dd/yyyy hh:nn:ss"), "12/31/1899 00:00:00");
+}
+
+TEST(FormatNumbers, WritesNumberPatterns) {
+  struct Case {
+    Variant value;
+    const char* pattern;
+    const char* text;
+  };
+  const std::vector<Case> cases = {
+      {Variant(1234.5), "0.00", "1234.50"},
+      {Variant(1234.5), "#,##0.00", "1,234.50"},
+      {Variant(1234567.0), "#,##0", "1,234,567"},
+      {Variant(2.5), "0", "3"},
+      {Variant(-2.5), "0", "-3"},
+      {Variant(1.005), "0.00", "1.01"},
+      {Variant(0.5), "#.##", ".5"},
+      {Variant(0.256), "0.0%", "25.6%"},
+      {Variant(-0.001), "0.00", "0.00"},
+      {Variant(-5.0), "0;(0)", "(5)"},
+      {Variant(0.0), "0;(0);\"zero\"", "zero"},
+      {Variant(Currency{12345678}), "Currency", "$1,234.57"},
+      {Variant(-1.5), "Currency", "($1.50)"},
+      {Variant(12345.678), "0.00E+00", "1.23E+04"},
+      {Variant(0.000123), "0.0E-00", "1.2E-04"},
+      {Variant(9.999), "0.00E+00", "1.00E+01"},
+      {Variant("1,000"), "0.0", "1000.0"},
+      {Variant("abc"), "0.0", "abc"},
+      {Variant(true), "Yes/No", "Yes"},
+      {Variant("abc"), "Yes/No", "abc"},
+      {Variant("5/6/2003 12:00"), "General Date", "5/6/2003 12:00:00 PM"},
+      {Variant(0.0), "True/False", "False"},
+      {Variant(1.5), "", "1.5"},
+      {Variant(1234.5), "Standard", "1,234.50"},
+      {Variant(0.5), "Percent", "50.00%"},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(Format(c.value, c.pattern), c.text) << c.pattern;
+  }
+}
+
+TEST(IsoDate, WritesIso8601) {
+  EXPECT_EQ(IsoDate(Date{kNoon}), "2003-05-06 12:00:00");
+  EXPECT_EQ(IsoDate(Date{-1.25}), "1899-12-29 06:00:00");
+}
+
+}  // namespace
+}  // namespace varnel

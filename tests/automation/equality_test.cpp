@@ -1,0 +1,55 @@
+// "New equals Old" across kinds, as the value store compares values.
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "varnel/variant.h"
+
+namespace varnel {
+namespace {
+
+struct Case {
+  Variant a;
+  Variant b;
+  bool equal;
+};
+
+TEST(ValuesEqual, ComparesNumbersTextAndDatesAsTheValueStoreNeeds) {
+  const std::vector<Case> cases = {
+      {Variant(int16_t{1}), Variant(int32_t{1}), true},
+      {Variant(int32_t{1}), Variant(1.0), true},
+      {Variant(1.5), Variant(Currency{15000}), true},
+      {Variant(0.1), Variant(Currency{1000}), true},
+      {Variant(Currency{922337203685477580}), Variant(Currency{922337203685477581}), false},
+      {Variant(int32_t{-1}), Variant(true), true},
+      {Variant(int32_t{0}), Variant(false), true},
+      {Variant(true), Variant(Currency{-10000}), true},
+      {Variant(1.0), Variant(1.0000001), false},
+      {Variant(Date{37747.5}), Variant(Date{37747.5}), true},
+      {Variant(Date{37747.5}), Variant(37747.5), true},
+      {Variant("abc"), Variant("abc"), true},
+      {Variant("abc"), Variant("ABC"), false},
+      {Variant("abc "), Variant("abc"), false},
+      {Variant(std::string(30, 'x')), Variant(std::string(30, 'x')), true},
+      {Variant("1"), Variant(int32_t{1}), true},
+      {Variant(int32_t{1000}), Variant("1,000"), true},
+      {Variant("1.50"), Variant(Currency{15000}), true},
+      {Variant("1.5x"), Variant(1.5), false},
+      {Variant(""), Variant(int32_t{0}), false},
+      {Variant("5/6/2003 12:00"), Variant(Date{37747.5}), true},
+      {Variant("2003-05-06"), Variant(Date{37747.5}), false},
+      {Variant(), Variant(), true},
+      {Variant::Null(), Variant::Null(), true},
+      {Variant(), Variant::Null(), true},
+      {Variant(), Variant(""), false},
+      {Variant(), Variant(int16_t{0}), false},
+      {Variant::Null(), Variant(false), false},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(ValuesEqual(c.a, c.b), c.equal) << c.a.TypeName() << " vs " << c.b.TypeName();
+    EXPECT_EQ(ValuesEqual(c.b, c.a), c.equal) << "reversed";
+  }
+}
+
+}  // namespace
+}  // namespace varnel

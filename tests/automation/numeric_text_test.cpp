@@ -1,0 +1,91 @@
+// The numeric test, the leading-number reading and the number parsers.
+#include "automation/numeric_text.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "varnel/variant.h"
+
+namespace varnel {
+namespace {
+
+TEST(IsNumeric, AcceptsWhatThePlatformReadsAsANumber) {
+  struct Case {
+    const char* text;
+    bool numeric;
+  };
+  const std::vector<Case> cases = {
+      {"1", true},      {" 12 ", true},     {"-3.5", true},     {"+.5", true},    {"5.", true},
+      {"1,000", true},  {"1,000.25", true}, {"1,0,0", true},    {"1e5", true},    {"1.5E-3", true},
+      {"2d2", true},    {"\t7\t", true},    {"", false},        {"   ", false},   {".", false},
+      {"-", false},     {",1", false},      {"1.000,5", false}, {"1e", false},    {"1e+", false},
+      {"12abc", false}, {"1 2", false},     {"- 1", false},     {"1.2.3", false}, {"abc", false},
+      {"1e400", false}, {"$5", false},      {"0x10", false},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(IsNumeric(std::string_view(c.text)), c.numeric) << '"' << c.text << '"';
+  }
+}
+
+TEST(IsNumeric, VariantsByKind) {
+  EXPECT_TRUE(IsNumeric(Variant()));
+  EXPECT_FALSE(IsNumeric(Variant::Null()));
+  EXPECT_TRUE(IsNumeric(Variant(int16_t{1})));
+  EXPECT_TRUE(IsNumeric(Variant(Currency{1})));
+  EXPECT_TRUE(IsNumeric(Variant(true)));
+  EXPECT_FALSE(IsNumeric(Variant(Date{1})));
+  EXPECT_TRUE(IsNumeric(Variant("1,000")));
+  EXPECT_FALSE(IsNumeric(Variant("x")));
+}
+
+TEST(Val, ReadsTheLeadingNumber) {
+  struct Case {
+    const char* text;
+    double value;
+  };
+  const std::vector<Case> cases = {
+      {"1,000", 1},   {"12abc", 12}, {"  -3.5e2x", -350}, {"abc", 0},     {"", 0},
+      {"1 2 3", 123}, {".5", 0.5},   {"-.5", -0.5},       {"1e", 1},      {"1e+x", 1},
+      {"1.2.3", 1.2}, {"--5", 0},    {"1D2", 100},        {"+7", 7},      {"\t4\n2", 42},
+      {"1.50", 1.5},  {"-", 0},      {"0007", 7},         {"3e-2", 0.03},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(Val(c.text), c.value) << '"' << c.text << '"';
+  }
+  EXPECT_THROW(Val("9e999"), VbError);
+}
+
+TEST(NumberParsers, ParseNumberAndCurrency) {
+  EXPECT_EQ(internal::ParseNumber(" 1,000.5 "), 1000.5);
+  EXPECT_EQ(internal::ParseNumber("12abc"), std::nullopt);
+  EXPECT_EQ(internal::ParseNumber("1e-400"), 0.0);
+  double ignored = 0;
+  EXPECT_EQ(internal::ParseNumber("1e400", ignored), internal::NumberStatus::Overflow);
+  EXPECT_EQ(internal::ParseNumber("1e4x", ignored), internal::NumberStatus::NotNumeric);
+  Currency value;
+  EXPECT_EQ(internal::ParseCurrency("0.00005", value), internal::NumberStatus::Ok);
+  EXPECT_EQ(value.Value, 0);
+  EXPECT_EQ(internal::ParseCurrency("0.00015", value), internal::NumberStatus::Ok);
+  EXPECT_EQ(value.Value, 2);
+  EXPECT_EQ(internal::ParseCurrency("-0.00015", value), internal::NumberStatus::Ok);
+  EXPECT_EQ(value.Value, -2);
+  EXPECT_EQ(internal::ParseCurrency("123456789012345.6789", value), internal::NumberStatus::Ok);
+  EXPECT_EQ(value.Value, 1234567890123456789);
+  EXPECT_EQ(internal::ParseCurrency("922337203685477.5808", value),
+            internal::NumberStatus::Overflow);
+  EXPECT_EQ(internal::ParseCurrency("0e99999", value), internal::NumberStatus::Ok);
+  EXPECT_EQ(value.Value, 0);
+}
+
+TEST(NumberText, RoundTripsThroughParseNumber) {
+  for (double value : {1.5, -2.25, 1e-5, 123456.789, 1e20, 3.14159265358979, 1e-300}) {
+    std::string text = internal::NumberText(value);
+    std::optional<double> back = internal::ParseNumber(text);
+    ASSERT_TRUE(back.has_value()) << text;
+    EXPECT_EQ(internal::NumberText(*back), text);
+  }
+}
+
+}  // namespace
+}  // namespace varnel
