@@ -4,7 +4,6 @@
 // Anything else would be user text reaching the SQL.
 #pragma once
 
-#include <array>
 #include <string>
 #include <string_view>
 
@@ -18,7 +17,7 @@ enum class Literals { kNumbers, kDates, kQuotedText };
 namespace shape_detail {
 
 // Longest first, so that " is null or not " wins over " is null or ".
-constexpr std::array<std::string_view, 19> kWords = {
+constexpr std::string_view kWords[] = {
     " is NULL and not ",
     " is null or not ",
     " isnull or not ",
@@ -38,6 +37,7 @@ constexpr std::array<std::string_view, 19> kWords = {
     ")",
     "=",
     "<",
+    ">",
 };
 
 inline bool IsNumberChar(char c) {

@@ -22,7 +22,7 @@ constexpr std::array<std::string_view, 5> kCurrencySigns = {
 std::string_view TrimAround(std::string_view text) {
   const size_t first = text.find_first_not_of(" \t\r\n");
   if (first == std::string_view::npos) {
-    return {};
+    return text.substr(text.size());  // empty, still pointing into text
   }
   return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
 }

@@ -14,6 +14,9 @@ namespace {
 // "[N]" + keyword + "'%" Q(rest) "%'"; no predicate when the quoted rest is empty.
 std::optional<std::string> LikePredicate(const std::string& column, std::string_view keyword,
                                          std::string_view rest) {
+  if (rest.empty()) {
+    return std::nullopt;
+  }
   const std::string quoted = MdlQuery::QuoteText(Variant(rest));
   if (quoted.empty()) {
     return std::nullopt;

@@ -35,14 +35,14 @@ class SeparatorScan {
 std::string_view TrimBlanks(std::string_view text) {
   const size_t first = text.find_first_not_of(' ');
   if (first == std::string_view::npos) {
-    return {};
+    return text.substr(text.size());  // empty, still pointing into text
   }
   return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
 std::string_view TrimRightBlanks(std::string_view text) {
   const size_t last = text.find_last_not_of(' ');
-  return last == std::string_view::npos ? std::string_view() : text.substr(0, last + 1);
+  return text.substr(0, last == std::string_view::npos ? 0 : last + 1);
 }
 
 std::string UpperAscii(std::string_view text) {
