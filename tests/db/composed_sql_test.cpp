@@ -22,8 +22,9 @@ class ComposedSql : public DbTest {
   // The Ids of the rows the condition selects, in Id order.
   std::vector<int32_t> Ids(const std::string& condition) {
     auto rs = Query("Select [Id] From [Orders] Where " + condition + " Order By [Id] Asc");
+    const auto rows = rs->GetRows();
     std::vector<int32_t> ids;
-    for (const Variant& id : rs->GetRows()[0]) {
+    for (const Variant& id : rows[0]) {
       ids.push_back(id.ToLong());
     }
     return ids;

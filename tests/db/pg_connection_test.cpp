@@ -47,23 +47,24 @@ TEST(PostgresConnection, RefusedConnectionsSayWhyAndNeverShowThePassword) {
 }
 
 TEST(PostgresConnection, OpenArgumentsTakeThePlaceOfTheStringsUserAndSchemaPicksTheTables) {
+  TestDatabase database(TestProvider::kPostgres);
+  const std::string schema_string = database.ConnectionString("schema");
+  const std::string schema = schema_string.substr(schema_string.rfind("Schema=") + 7);
   {
     db::Connection admin;
-    admin.Open(TestPostgresServer());
-    admin.Execute(
-        "DROP SCHEMA IF EXISTS pg_connection_test CASCADE; CREATE SCHEMA pg_connection_test;"
-        "CREATE TABLE pg_connection_test.Only_Here (x INTEGER)");
+    admin.Open(schema_string);
+    admin.Execute("CREATE TABLE Only_Here (x INTEGER)");
   }
-  auto cn = std::make_shared<db::Connection>();
   const std::string server = TestPostgresServer();
-  cn->Open(WithKey("User ID", "nobody") + ";Schema=pg_connection_test",
-           server.substr(server.find("User ID=") + 8,
-                         server.find(';', server.find("User ID=")) - server.find("User ID=") - 8));
+  const size_t user = server.find("User ID=") + 8;
+  const std::string login = server.substr(user, server.find(';', user) - user);
+  auto cn = std::make_shared<db::Connection>();
+  cn->Open(WithKey("User ID", "nobody") + ";Schema=" + schema, login);
   db::Recordset rs;
   rs.Open("SELECT current_user, current_schema()", cn);
-  EXPECT_EQ(rs.Fields()[1].Value(), Variant("pg_connection_test"));
+  EXPECT_EQ(rs.Fields()[0].Value(), Variant(login));
+  EXPECT_EQ(rs.Fields()[1].Value(), Variant(schema));
   EXPECT_EQ(cn->Execute("INSERT INTO [only_here] VALUES (1)"), 1);
-  cn->Execute("DROP SCHEMA pg_connection_test CASCADE");
 }
 
 }  // namespace

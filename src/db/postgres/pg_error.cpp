@@ -6,7 +6,8 @@ namespace varnel::db::internal {
 namespace {
 
 // libpq's messages span lines with tabs ("...failed: Connection refused\n\tIs
-// the server running..."); a dialog shows them as one line of sentences.
+// the server running..."); a dialog shows them as one line. A line that
+// starts a new sentence is ended with a period.
 std::string OneLine(std::string_view text) {
   std::string line;
   bool blank = false;
@@ -19,7 +20,7 @@ std::string OneLine(std::string_view text) {
     }
     if (blank) {
       const bool ended = line.back() == '.' || line.back() == ':' || line.back() == '?';
-      line += line_end && !ended ? ". " : " ";
+      line += line_end && !ended && c >= 'A' && c <= 'Z' ? ". " : " ";
     }
     blank = line_end = false;
     line += c;

@@ -125,8 +125,13 @@ std::string DoubleText(double value) {
   if (std::isinf(value)) {
     return value > 0 ? "Infinity" : "-Infinity";
   }
-  char buffer[32];
-  const auto result = std::to_chars(buffer, buffer + sizeof(buffer), value);
+  // Whole numbers without an exponent, so that integer columns read them.
+  constexpr double kWholeLimit = 1e18;
+  const bool whole = value == std::trunc(value) && std::fabs(value) < kWholeLimit;
+  char buffer[64];
+  const auto result =
+      whole ? std::to_chars(buffer, buffer + sizeof(buffer), value, std::chars_format::fixed)
+            : std::to_chars(buffer, buffer + sizeof(buffer), value);
   return std::string(buffer, result.ptr);
 }
 
