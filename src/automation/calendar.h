@@ -36,9 +36,10 @@ Date MakeDate(const DateParts& Parts);
 // the time of day only (date part 0), D_HN with seconds 0.
 Date CutDate(Date Value, Enum_DateType DateType);
 
-// A date from text: month first "m/d/yyyy" (also "m/d/yy", "m/d" in the current
-// year), "yyyy/m/d", ISO "yyyy-mm-dd", each optionally followed by a time after a
-// blank (ISO also after 'T'); or a time alone. Times are "h:nn" or "h:nn:ss"
+// A date from text: month first "m/d/yyyy" (also "m/d/yy" with 00-29 as 20xx,
+// "m/d" in the current year), "yyyy/m/d", ISO "yyyy-mm-dd" ('-' and '/' both
+// serve as separators), each optionally followed by a time after a blank or
+// 'T'; or a time alone. Times are "h:nn" or "h:nn:ss"
 // (optional fraction of a second) with an optional AM/PM. Blanks around are
 // ignored. nullopt when the text is not such a date.
 std::optional<Date> ParseDateText(std::string_view Text);

@@ -22,8 +22,9 @@ struct RecordsetAccess {
 
   // Reads every row of the recordset's query from the start and appends the
   // value of column columns[i] (0-based) to *outputs[i], typed as the column's
-  // declared type decides. The rows are not kept in the recordset. Returns the
-  // number of rows read. Raises VbError when the database fails.
+  // declared type decides. The rows are not kept in the recordset (when it has
+  // already read them, that snapshot is given, whatever its Filter). Returns
+  // the number of rows read. Raises VbError when the database fails.
   static int32_t AppendColumns(Recordset& rs, const std::vector<int32_t>& columns,
                                const std::vector<std::vector<Variant>*>& outputs);
 };

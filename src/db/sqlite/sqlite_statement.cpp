@@ -1,0 +1,104 @@
+#include "db/sqlite/sqlite_statement.h"
+
+#include "db/db_errors.h"
+
+namespace varnel::db::internal {
+bool OnlyBlanksLeft(const char* tail) {
+  for (; tail != nullptr && *tail != '\0'; ++tail) {
+    if (*tail != ';' && *tail != ' ' && *tail != '\t' && *tail != '\r' && *tail != '\n') {
+      return false;
+    }
+  }
+  return true;
+}
+
+namespace {
+
+// True when Tail holds a statement (and not just comments).
+bool HoldsStatement(sqlite3* db, const char* tail) {
+  if (OnlyBlanksLeft(tail)) {
+    return false;
+  }
+  sqlite3_stmt* next = nullptr;
+  const int rc = sqlite3_prepare_v2(db, tail, -1, &next, nullptr);
+  sqlite3_finalize(next);
+  return rc != SQLITE_OK || next != nullptr;
+}
+
+}  // namespace
+
+std::string DescribeSql(std::string_view verb, std::string_view sql) {
+  constexpr size_t kShown = 200;
+  std::string text(verb);
+  text += " '";
+  text += sql.substr(0, kShown);
+  text += sql.size() > kShown ? "...'" : "'";
+  return text;
+}
+
+SqliteStatement::SqliteStatement(SqliteHandle handle, std::string_view sql)
+    : handle_(std::move(handle)), sql_(sql) {
+  const char* tail = nullptr;
+  const int rc = sqlite3_prepare_v2(handle_.get(), sql_.c_str(), static_cast<int>(sql_.size()),
+                                    &statement_, &tail);
+  if (rc != SQLITE_OK) {
+    RaiseSqliteError(handle_.get(), rc, DescribeSql("preparing", sql_));
+  }
+  if (statement_ == nullptr) {
+    RaiseProviderError("The query text holds no statement: '" + sql_ + "'.");
+  }
+  if (HoldsStatement(handle_.get(), tail)) {
+    sqlite3_finalize(statement_);
+    statement_ = nullptr;
+    RaiseProviderError("A recordset is opened on one statement only; found more in '" + sql_ +
+                       "'.");
+  }
+  DescribeColumns();
+}
+
+SqliteStatement::~SqliteStatement() { sqlite3_finalize(statement_); }
+
+void SqliteStatement::DescribeColumns() {
+  const int count = sqlite3_column_count(statement_);
+  columns_.reserve(count);
+  kinds_.reserve(count);
+  for (int i = 0; i < count; ++i) {
+    const DeclaredType type = ClassifyDeclaredType(sqlite3_column_decltype(statement_, i));
+    const char* name = sqlite3_column_name(statement_, i);
+    columns_.push_back(ColumnInfo{name != nullptr ? name : "", type.defined_size});
+    kinds_.push_back(type.kind);
+  }
+}
+
+void SqliteStatement::Rewind() {
+  // The result repeats the last Step's failure, which was reported then.
+  sqlite3_reset(statement_);
+}
+
+bool SqliteStatement::Step() {
+  const int rc = sqlite3_step(statement_);
+  if (rc == SQLITE_ROW) {
+    return true;
+  }
+  if (rc == SQLITE_DONE) {
+    sqlite3_reset(statement_);  // ends the read, so no lock stays behind
+    return false;
+  }
+  VbError error = SqliteError(handle_.get(), rc, DescribeSql("reading the rows of", sql_));
+  sqlite3_reset(statement_);
+  throw error;
+}
+
+Variant SqliteStatement::Value(int32_t column) const {
+  return ReadCell(statement_, column, kinds_[column]);
+}
+
+void SqliteStatement::AppendRow(const int32_t* columns, std::vector<Variant>* const* outputs,
+                                std::size_t count) const {
+  for (std::size_t i = 0; i < count; ++i) {
+    const int column = columns[i];
+    outputs[i]->push_back(ReadCell(statement_, column, kinds_[column]));
+  }
+}
+
+}  // namespace varnel::db::internal

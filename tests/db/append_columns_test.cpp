@@ -1,0 +1,106 @@
+// The library's load path: column descriptions at Open and the bulk read
+// straight into the caller's value arrays.
+#include <gtest/gtest.h>
+
+#include "db/db_fixture.h"
+#include "db/recordset_access.h"
+#include "db/recordset_data.h"
+
+namespace varnel::testing {
+namespace {
+
+using db::internal::RecordsetAccess;
+
+class AppendColumns : public DbTest {
+ protected:
+  void SetUp() override {
+    cn()->Execute(
+        "CREATE TABLE T (Id INTEGER, Name VARCHAR(8), Made DATE);"
+        "INSERT INTO T VALUES (1, 'a', '2003-05-06'), (2, NULL, NULL), (3, 'ccc', 'soon')");
+  }
+};
+
+TEST_F(AppendColumns, ColumnsAreDescribedWithoutReadingRows) {
+  auto rs = Query("SELECT Made, Name FROM T");
+  const auto& columns = RecordsetAccess::Columns(*rs);
+  ASSERT_EQ(columns.size(), 2u);
+  EXPECT_EQ(columns[0].name, "Made");
+  EXPECT_EQ(columns[1].name, "Name");
+  EXPECT_EQ(columns[1].defined_size, 8);
+}
+
+TEST_F(AppendColumns, AppendsTheChosenColumnsOfEveryRowAfterWhatIsThere) {
+  auto rs = Query("T");
+  std::vector<Variant> made{Variant("kept")};
+  std::vector<Variant> id;
+  EXPECT_EQ(RecordsetAccess::AppendColumns(*rs, {2, 0}, {&made, &id}), 3);
+  EXPECT_EQ(made, (std::vector<Variant>{Variant("kept"), Variant(Date{37747}), Variant::Null(),
+                                        Variant("soon")}));
+  EXPECT_EQ(id,
+            (std::vector<Variant>{Variant(int32_t{1}), Variant(int32_t{2}), Variant(int32_t{3})}));
+}
+
+TEST_F(AppendColumns, ARecordsetThatReadItsRowsGivesThatSnapshotWhateverItsFilter) {
+  auto rs = Query("T");
+  rs->Filter("Id = 2");
+  cn()->Execute("INSERT INTO T VALUES (4, 'd', NULL)");
+  std::vector<Variant> names;
+  EXPECT_EQ(RecordsetAccess::AppendColumns(*rs, {1}, {&names}), 3);
+  EXPECT_EQ(names, (std::vector<Variant>{Variant("a"), Variant::Null(), Variant("ccc")}));
+  EXPECT_EQ(rs->AbsolutePosition(), 1) << "the cursor is untouched by the bulk read";
+  EXPECT_EQ(rs->RecordCount(), 1);
+  std::vector<Variant> fresh;
+  EXPECT_EQ(RecordsetAccess::AppendColumns(*Query("T"), {1}, {&fresh}), 4);
+}
+
+TEST_F(AppendColumns, BadArgumentsAndClosedRecordsetsAreErrors) {
+  auto rs = Query("T");
+  std::vector<Variant> out;
+  EXPECT_EQ(ErrorOf([&] { RecordsetAccess::AppendColumns(*rs, {3}, {&out}); }).Number(), 3265);
+  EXPECT_EQ(ErrorOf([&] { RecordsetAccess::AppendColumns(*rs, {0, 1}, {&out}); }).Number(), 3001);
+  EXPECT_TRUE(out.empty());
+  rs->Close();
+  EXPECT_EQ(ErrorOf([&] { RecordsetAccess::Columns(*rs); }).Number(), 3704);
+}
+
+// The real statement, failing while it appends row FailAt.
+class FailingStatement : public db::internal::Statement {
+ public:
+  FailingStatement(std::unique_ptr<Statement> real, int fail_at)
+      : real_(std::move(real)), fail_at_(fail_at) {}
+  const std::vector<db::internal::ColumnInfo>& Columns() const override { return real_->Columns(); }
+  void Rewind() override { real_->Rewind(); }
+  bool Step() override { return real_->Step(); }
+  Variant Value(int32_t column) const override { return real_->Value(column); }
+  void AppendRow(const int32_t* columns, std::vector<Variant>* const* outputs,
+                 std::size_t count) const override {
+    if (++rows_ == fail_at_) {
+      throw VbError(-2147467259, "injected failure");
+    }
+    real_->AppendRow(columns, outputs, count);
+  }
+
+ private:
+  std::unique_ptr<Statement> real_;
+  int fail_at_;
+  mutable int rows_ = 0;
+};
+
+TEST_F(AppendColumns, AReadThatFailsHalfWayLeavesNoLockBehind) {
+  FailingStatement statement(cn()->Driver().Prepare("SELECT Id FROM T"), 2);
+  std::vector<Variant> out;
+  EXPECT_EQ(ErrorOf([&] { db::internal::ReadAllRows(statement, {0}, {&out}); }).Description(),
+            "injected failure");
+  EXPECT_EQ(Connect()->Execute("DELETE FROM T"), 3) << "another connection can still write";
+}
+
+TEST_F(AppendColumns, ReleasesTheDatabaseAfterReading) {
+  auto rs = Query("T");
+  std::vector<Variant> out;
+  RecordsetAccess::AppendColumns(*rs, {0}, {&out});
+  auto writer = Connect();
+  EXPECT_EQ(writer->Execute("DELETE FROM T"), 3) << "no read lock is left behind";
+}
+
+}  // namespace
+}  // namespace varnel::testing

@@ -1,0 +1,186 @@
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <fstream>
+
+#include "db/connection_string.h"
+#include "db/db_fixture.h"
+#include "db/dialect.h"
+
+namespace varnel::testing {
+namespace {
+
+using db::internal::ConnectionSettings;
+
+constexpr int32_t kProviderError = -2147467259;
+
+TEST(ConnectionString, KeysIgnoreCaseAndValuesAreTrimmed) {
+  const auto s = ConnectionSettings::Parse(
+      " provider = SQLite ;DATA SOURCE= /tmp/a b.db ; ;Mode=\"x;y\"\"z\";User ID='';");
+  EXPECT_EQ(s.Get("Provider"), "SQLite");
+  EXPECT_EQ(s.Get("data source"), "/tmp/a b.db");
+  EXPECT_EQ(s.Get("mode"), "x;y\"z");
+  EXPECT_EQ(s.Get("user id"), "");
+  EXPECT_EQ(s.Get("password"), std::nullopt);
+}
+
+TEST(ConnectionString, MalformedPartsAreReported) {
+  EXPECT_EQ(ErrorOf([] { ConnectionSettings::Parse("Provider=SQLite;oops"); }).Number(),
+            kProviderError);
+  EXPECT_EQ(ErrorOf([] { ConnectionSettings::Parse("Data Source='a.db"); }).Number(),
+            kProviderError);
+}
+
+TEST(ConnectionString, DialectFollowsTheProvider) {
+  EXPECT_TRUE(db::internal::DialectOf("Provider=sqlite;Data Source=x").iso_dates);
+  EXPECT_FALSE(db::internal::DialectOf("Provider=Other;Data Source=x").iso_dates);
+  EXPECT_FALSE(db::internal::DialectOf("garbage").iso_dates);
+}
+
+TEST(ConnectionOpen, UnknownOrMissingProviderCannotBeFound) {
+  for (const char* text : {"Provider=Nope;Data Source=x.db", "Data Source=x.db"}) {
+    db::Connection cn;
+    const VbError error = ErrorOf([&] { cn.Open(text); });
+    EXPECT_EQ(error.Number(), 3706) << text;
+    EXPECT_NE(
+        error.Description().find("Provider cannot be found. It may not be properly installed."),
+        std::string::npos);
+    EXPECT_EQ(cn.State(), 0);
+  }
+}
+
+TEST(ConnectionOpen, CreatesTheFileAndReportsTheState) {
+  TempDir dir;
+  db::Connection cn;
+  EXPECT_EQ(cn.State(), 0);
+  cn.Open(dir.SqliteConnection("new.db"));
+  EXPECT_EQ(cn.State(), 1);
+  EXPECT_TRUE(std::filesystem::exists(dir.path() / "new.db"));
+  EXPECT_EQ(ErrorOf([&] { cn.Open(dir.SqliteConnection("new.db")); }).Number(), 3705);
+  cn.Close();
+  EXPECT_EQ(cn.State(), 0);
+  EXPECT_EQ(ErrorOf([&] { cn.Close(); }).Number(), 3704);
+  EXPECT_EQ(ErrorOf([&] { cn.Execute("SELECT 1"); }).Number(), 3704);
+}
+
+TEST(ConnectionOpen, MissingDirectoryNamesThePath) {
+  TempDir dir;
+  const std::string path = (dir.path() / "no-such-dir" / "a.db").string();
+  db::Connection cn;
+  const VbError error = ErrorOf([&] { cn.Open("Provider=SQLite;Data Source=" + path); });
+  EXPECT_EQ(error.Number(), kProviderError);
+  EXPECT_NE(error.Description().find("unable to open database file"), std::string::npos);
+  EXPECT_NE(error.Description().find(path), std::string::npos);
+  EXPECT_EQ(cn.State(), 0);
+}
+
+TEST(ConnectionOpen, FileThatIsNotADatabaseFailsAtOpen) {
+  TempDir dir;
+  std::ofstream(dir.path() / "notes.db") << std::string(4096, 'x');
+  db::Connection cn;
+  const VbError error = ErrorOf([&] { cn.Open(dir.SqliteConnection("notes.db")); });
+  EXPECT_EQ(error.Number(), kProviderError);
+  EXPECT_NE(error.Description().find("not a database"), std::string::npos);
+  EXPECT_EQ(cn.State(), 0);
+}
+
+TEST(ConnectionOpen, MissingDataSourceIsReported) {
+  db::Connection cn;
+  EXPECT_EQ(ErrorOf([&] { cn.Open("Provider=SQLite"); }).Number(), kProviderError);
+}
+
+class ConnectionExecute : public DbTest {};
+
+TEST_F(ConnectionExecute, ReturnsRowsAffectedAndBindsPlaceholders) {
+  EXPECT_EQ(cn()->Execute("CREATE TABLE T (Id INTEGER, Name TEXT)"), 0);
+  EXPECT_EQ(cn()->Execute("INSERT INTO T VALUES (?, ?), (?, ?)",
+                          {Variant(int32_t{1}), Variant("a'b"), Variant(int32_t{2}), Variant("c")}),
+            2);
+  EXPECT_EQ(
+      cn()->Execute("UPDATE T SET Name = ? WHERE Id > ?", {Variant("z"), Variant(int32_t{0})}), 2);
+  EXPECT_EQ(cn()->Execute("DELETE FROM T WHERE Name = ?", {Variant("nothing")}), 0);
+  auto rs = Query("SELECT Name FROM T WHERE Id = 1");
+  EXPECT_EQ(rs->Fields()[0].Value(), Variant("z"));
+}
+
+TEST_F(ConnectionExecute, RunsEveryStatementOfAScript) {
+  EXPECT_EQ(cn()->Execute("CREATE TABLE T (Id INTEGER); INSERT INTO T VALUES (?); "
+                          "INSERT INTO T VALUES (?);",
+                          {Variant(int32_t{1}), Variant(int32_t{2})}),
+            2);
+  EXPECT_EQ(Query("T")->RecordCount(), 2);
+}
+
+TEST_F(ConnectionExecute, WrongParameterCountOrBadSqlIsAProviderError) {
+  cn()->Execute("CREATE TABLE T (Id INTEGER)");
+  EXPECT_EQ(ErrorOf([&] { cn()->Execute("INSERT INTO T VALUES (?)"); }).Number(), kProviderError);
+  EXPECT_EQ(ErrorOf([&] {
+              cn()->Execute("INSERT INTO T VALUES (?)", {Variant(int32_t{1}), Variant(int32_t{2})});
+            }).Number(),
+            kProviderError);
+  const VbError error = ErrorOf([&] { cn()->Execute("INSERT INTO Nowhere VALUES (1)"); });
+  EXPECT_EQ(error.Number(), kProviderError);
+  EXPECT_NE(error.Description().find("no such table: Nowhere"), std::string::npos);
+  EXPECT_NE(error.Description().find("INSERT INTO Nowhere"), std::string::npos);
+  EXPECT_EQ(Query("T")->RecordCount(), 0);
+}
+
+class ConnectionTransactions : public DbTest {
+ protected:
+  void SetUp() override { cn()->Execute("CREATE TABLE T (Id INTEGER)"); }
+  int32_t Rows() { return Query("T")->RecordCount(); }
+};
+
+TEST_F(ConnectionTransactions, RollbackDiscardsAndCommitKeeps) {
+  cn()->BeginTrans();
+  cn()->Execute("INSERT INTO T VALUES (1)");
+  EXPECT_EQ(Rows(), 1);
+  cn()->RollbackTrans();
+  EXPECT_EQ(Rows(), 0);
+  cn()->BeginTrans();
+  cn()->Execute("INSERT INTO T VALUES (2)");
+  cn()->CommitTrans();
+  EXPECT_EQ(Rows(), 1);
+  auto other = Connect();
+  auto rs = std::make_shared<db::Recordset>();
+  rs->Open("T", other);
+  EXPECT_EQ(rs->RecordCount(), 1) << "committed rows are seen by another connection";
+}
+
+TEST_F(ConnectionTransactions, NestedBeginAndCommitWithoutBeginAreErrors) {
+  EXPECT_NE(ErrorOf([&] { cn()->CommitTrans(); }).Description().find("no transaction"),
+            std::string::npos);
+  EXPECT_EQ(ErrorOf([&] { cn()->RollbackTrans(); }).Number(), kProviderError);
+  cn()->BeginTrans();
+  EXPECT_NE(ErrorOf([&] { cn()->BeginTrans(); }).Description().find("already open"),
+            std::string::npos);
+  cn()->RollbackTrans();
+}
+
+TEST_F(ConnectionTransactions, CloseRollsBackAnOpenTransaction) {
+  cn()->BeginTrans();
+  cn()->Execute("INSERT INTO T VALUES (1)");
+  cn()->Close();
+  cn()->Open(ConnectionString());
+  EXPECT_EQ(Rows(), 0);
+}
+
+TEST_F(ConnectionTransactions, BusyDatabaseFailsClearlyAfterAShortWait) {
+  auto writer = Connect();
+  writer->BeginTrans();
+  writer->Execute("INSERT INTO T VALUES (1)");
+  const auto start = std::chrono::steady_clock::now();
+  const VbError error = ErrorOf([&] { cn()->Execute("INSERT INTO T VALUES (2)"); });
+  const auto waited = std::chrono::steady_clock::now() - start;
+  EXPECT_EQ(error.Number(), kProviderError);
+  EXPECT_NE(error.Description().find("database is locked"), std::string::npos);
+  EXPECT_NE(error.Description().find("another connection"), std::string::npos);
+  EXPECT_GE(waited, std::chrono::milliseconds(1500));
+  EXPECT_LT(waited, std::chrono::seconds(5));
+  EXPECT_EQ(ErrorOf([&] { cn()->BeginTrans(); }).Number(), kProviderError);
+  writer->RollbackTrans();
+  EXPECT_EQ(cn()->Execute("INSERT INTO T VALUES (2)"), 1);
+}
+
+}  // namespace
+}  // namespace varnel::testing

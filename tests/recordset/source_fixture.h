@@ -1,0 +1,71 @@
+// A recordset over a real SQLite file: the Items table with three rows, its
+// fields defined as a screen would, a capturing message UI and an event log.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <initializer_list>
+#include <memory>
+#include <string>
+
+#include "support/capture_ui.h"
+#include "support/event_log.h"
+#include "support/temp_dir.h"
+#include "varnel/varnel.h"
+
+namespace varnel::testing {
+
+// Answers UserUpdateRecord with a fixed result and can cancel MoveRecordBefore.
+class Answering : public ClsRecordsetEvents {
+ public:
+  void UserUpdateRecord(Enum_EditRecord& result) override { result = answer; }
+  void MoveRecordBefore(bool& cancel) override { cancel = cancel_moves; }
+  Enum_EditRecord answer = E_Succeed;
+  bool cancel_moves = false;
+};
+
+class SourceTest : public ::testing::Test {
+ protected:
+  SourceTest() {
+    Execute(
+        {"CREATE TABLE Items (Id INTEGER, Name VARCHAR(20), Qty INTEGER, Price FLOAT, "
+         "Made DATETIME, Done BOOLEAN)",
+         "INSERT INTO Items VALUES (1, 'Bolt', 10, 1.5, '2003-05-06 14:30:15', 1)",
+         "INSERT INTO Items VALUES (2, 'Nut', 20, 0.25, '2003-05-07 08:05:59', 0)",
+         "INSERT INTO Items VALUES (3, 'Washer', 30, NULL, NULL, 0)"});
+    rs.ConnectString = dir.SqliteConnection();
+    rs.TableName = "Items";
+    rs.UserOpenMode = U_Auto;
+    for (const char* name : {"Id", "Name", "Qty", "Price", "Made"}) {
+      rs.Add(name);
+    }
+    rs.Item("Qty")->FieldType = F_Numeral;
+    rs.Item("Price")->FieldType = F_Numeral;
+    rs.Item("Made")->FieldType = F_Date;
+    rs.Advise(&log);
+    rs.Advise(&answering);
+  }
+
+  // Runs each statement on the test database.
+  void Execute(std::initializer_list<const char*> statements) {
+    db::Connection connection;
+    connection.Open(dir.SqliteConnection());
+    for (const char* sql : statements) {
+      connection.Execute(sql);
+    }
+  }
+
+  // Loads, then forgets the events of the load.
+  void Load() {
+    ASSERT_FALSE(rs.InitDataSource());
+    log.Clear();
+  }
+
+  TempDir dir;
+  CaptureScope ui;
+  EventLog log;
+  Answering answering;
+  ClsRecordset rs;  // declared last: destroyed first, while its sinks still live
+};
+
+}  // namespace varnel::testing

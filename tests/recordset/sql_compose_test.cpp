@@ -1,0 +1,94 @@
+// The SELECT text, its condition and its order, as the database receives them.
+#include "recordset/recordset_state.h"
+#include "source_fixture.h"
+
+namespace varnel::testing {
+namespace {
+
+using SqlCompose = SourceTest;
+
+std::string SqlText(ClsRecordset& rs) {
+  rs.RecordsetCondition();  // composes
+  return internal::RecordsetAccess::State(rs).sql_text;
+}
+
+TEST_F(SqlCompose, EveryCombinationOfListConditionAndOrderGivesItsText) {
+  struct Case {
+    const char* fields;
+    const char* condition;
+    const char* order;
+    const char* sql;
+  };
+  const Case cases[] = {
+      {"a,b", "c=1", "d", "Select a,b From T Where c=1 Order By d"},
+      {"a,b", "", "d", "Select a,b From T Order By d"},
+      {"a,b", "c=1", "", "Select a,b From T Where c=1"},
+      {"", "c=1", "d", "Select * From T Where c=1 Order By d"},
+      {" a,b ", "", "", "Select a,bFrom T"},
+      {"", "c=1", "", "Select * From T Where c=1"},
+      {"", "", "d", "Select * From T Order By d"},
+      {"  ", "", "", "T"},
+  };
+  rs.TableName = "T";
+  for (const Case& c : cases) {
+    rs.FieldsName = c.fields;
+    rs.DefaultCondition = c.condition;
+    rs.DefaultOrderBy = c.order;
+    EXPECT_EQ(SqlText(rs), c.sql) << c.fields << "|" << c.condition << "|" << c.order;
+  }
+}
+
+TEST_F(SqlCompose, OrderByChainStopsAtTheFirstBlankField) {
+  struct Case {
+    const char* fixed;
+    const char* f1;
+    const char* f2;
+    const char* f3;
+    const char* expected;
+  };
+  const Case cases[] = {
+      {"", "", "b", "c", ""},
+      {"a", " b ", "", "", "a and b Asc"},
+      {"", "x", "y", "z", "x Asc,y Desc,z Asc"},
+      {"", "x", " ", "z", "x Asc"},
+      {" a ", "", "", "", "a"},
+  };
+  rs.OrderByAscending2 = Descending;
+  for (const Case& c : cases) {
+    rs.DefaultOrderBy = c.fixed;
+    rs.OrderByField1 = c.f1;
+    rs.OrderByField2 = c.f2;
+    rs.OrderByField3 = c.f3;
+    std::string order = "old";
+    EXPECT_FALSE(rs.GetOrderBy(order));
+    EXPECT_EQ(order, c.expected);
+  }
+}
+
+TEST_F(SqlCompose, LaterPredicatesAreParenthesisedAfterTheFixedCondition) {
+  rs.Item("Name")->FieldType = F_Text;
+  rs.Item("Name")->QueryValue = "Bolt";
+  rs.Item("Qty")->QueryValue = ">=10";
+  rs.Item("Id")->FieldType = F_AutoCoding;
+  rs.Item("Id")->QueryValue = "junk";  // passed over silently
+  const std::string p = CStr(MdlQuery::QueryCondition(*rs.Item("Name")));
+  const std::string q = CStr(MdlQuery::QueryCondition(*rs.Item("Qty")));
+  rs.DefaultCondition = " Id>0 ";
+  std::string condition;
+  EXPECT_FALSE(rs.GetCondition(condition));
+  EXPECT_EQ(condition, "Id>0 and " + p + " and (" + q + ")");
+  EXPECT_EQ(rs.SysCondition, p + " and (" + q + ")");
+  EXPECT_EQ(rs.RecordsetCondition(), condition);
+  EXPECT_TRUE(ui.shown().empty());
+}
+
+// The list is trimmed, so only a list ending in a bracketed name loads in the fifth form.
+TEST_F(SqlCompose, ListEndingInABracketLoadsFromTheFifthForm) {
+  rs.FieldsName = "Id, Name, Qty, Price, [Made] ";
+  EXPECT_FALSE(rs.InitDataSource()) << ui.LastText();
+  EXPECT_EQ(rs.Rows(), 3);
+  EXPECT_EQ(rs.Item("Name")->GetValue(3), Variant("Washer"));
+}
+
+}  // namespace
+}  // namespace varnel::testing
