@@ -27,7 +27,7 @@ std::u32string Decode(std::string_view text) {
     for (size_t k = 1; k < length; ++k) {
       code = (code << 6) | (static_cast<unsigned char>(text[i + k]) & 0x3F);
     }
-    out.push_back(FoldAscii(code));
+    out.push_back(code);
     i += length;
   }
   return out;
@@ -120,15 +120,7 @@ bool NamesEqual(std::string_view a, std::string_view b) noexcept {
 
 bool ContainsNamePattern(std::string_view text, std::string_view name) {
   if (!HasPatternCharacters(name)) {
-    if (name.size() > text.size()) {
-      return false;
-    }
-    for (size_t start = 0; start + name.size() <= text.size(); ++start) {
-      if (NamesEqual(text.substr(start, name.size()), name)) {
-        return true;
-      }
-    }
-    return false;
+    return text.find(name) != std::string_view::npos;
   }
   const std::u32string decoded_text = Decode(text);
   const std::u32string decoded_name = Decode(name);

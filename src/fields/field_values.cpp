@@ -1,7 +1,6 @@
 #include "fields/field_values.h"
 
 #include "fields/field_access.h"
-#include "fields/field_names.h"
 #include "recordset/recordset_state.h"
 
 namespace varnel::internal {
@@ -35,7 +34,7 @@ std::shared_ptr<ClsFields> FindCompanion(const ClsFields& field) {
   const RecordsetState& rs = RecordsetAccess::State(*field.Parent);
   std::shared_ptr<ClsFields> companion;
   for (const auto& f : rs.fields) {
-    if (NamesEqual(f->Name, field.SymbolName)) {
+    if (f->Name == field.SymbolName) {
       companion = f;  // the last match wins
     }
   }

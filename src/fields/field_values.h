@@ -35,7 +35,7 @@ void ResetValues(ClsFields& field, int32_t rows);
 void ResizeValues(ClsFields& field, int32_t rows);
 
 // The companion that holds field's symbol: the last field of the Parent's
-// collection whose Name equals field.SymbolName (any case); nullptr when the
+// collection whose Name equals field.SymbolName (exactly); nullptr when the
 // SymbolName is empty, unknown, or the field has no Parent.
 std::shared_ptr<ClsFields> FindCompanion(const ClsFields& field);
 

@@ -8,6 +8,7 @@
 
 #include "fields/field_access.h"
 #include "fields/field_values.h"
+#include "recordset/column_total.h"
 #include "recordset/field_lookup.h"
 
 namespace varnel::internal {
@@ -25,11 +26,14 @@ std::vector<Variant>& RowValuesOf(ClsFields& field, int32_t rows) {
   return values;
 }
 
-bool CountsTowardsTotal(const Variant& value) {
-  return value.IsNumber() || (value.IsString() && IsNumeric(value));
-}
-
 }  // namespace
+
+std::optional<Variant> TotalAddend(const ClsFields& field, const Variant& value) {
+  if (!value.IsNumber() && !(value.IsString() && IsNumeric(value))) {
+    return std::nullopt;
+  }
+  return field.FieldType == F_Currency ? Variant(value.ToCurrency()) : value;
+}
 
 void ResizeRows(RecordsetState& rs, int32_t rows) {
   if (rows < 0) {
@@ -115,13 +119,11 @@ void RecomputeSum(RecordsetState& rs, size_t field_index) {
     field.SumValue = Variant::Null();
     return;
   }
-  const bool currency = field.FieldType == F_Currency;
-  Variant total = currency ? Variant(Currency{0}) : Variant(int32_t{0});
+  Variant total = field.FieldType == F_Currency ? Variant(Currency{0}) : Variant(int32_t{0});
   const std::vector<Variant>& values = FieldAccess::Values(field);
   for (size_t row = 1; row < values.size(); ++row) {
-    const Variant& value = values[row];
-    if (CountsTowardsTotal(value)) {
-      total = currency ? total + Variant(value.ToCurrency()) : total + value;
+    if (const std::optional<Variant> addend = TotalAddend(field, values[row])) {
+      total = total + *addend;
     }
   }
   field.SumValue = std::move(total);

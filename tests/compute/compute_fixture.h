@@ -1,0 +1,48 @@
+// A recordset with a few fields and rows for evaluator tests, and a way to
+// evaluate an expression as the recordset's callers do.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "fields/field_access.h"
+#include "support/capture_ui.h"
+#include "varnel/varnel.h"
+
+namespace varnel::testing {
+
+class ComputeTest : public ::testing::Test {
+ protected:
+  ComputeTest() { rs.Rows(2); }
+
+  // Adds a field holding value in row 1.
+  void Field(const std::string& name, const Variant& value) {
+    const BulkScope quiet;  // no events, no recomputation
+    rs.Add(name)->SetValue(value, 1);
+  }
+
+  Variant Evaluate(const std::string& expression, int32_t row = 1) {
+    MdlCompute::Expression = expression;
+    MdlCompute::CurRow = row;
+    MdlCompute::CurRecordset = &rs;
+    Variant value = MdlCompute::Exp_Reduced();
+    MdlCompute::CurRecordset = nullptr;
+    return value;
+  }
+
+  // The titles of the message boxes shown, joined by ",".
+  std::string Titles() const {
+    std::string titles;
+    for (const ShownMessage& m : capture.shown()) {
+      titles += (titles.empty() ? "" : ",") + m.caption;
+    }
+    return titles;
+  }
+
+  using BulkScope = internal::BulkScope;
+  CaptureScope capture;
+  ClsRecordset rs;
+};
+
+}  // namespace varnel::testing

@@ -1,0 +1,37 @@
+// A sink that records the change events with their arguments, for example
+// "ValueChange(2,1)" or "ValueQueryChange(Qty)".
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "varnel/events.h"
+
+namespace varnel::testing {
+
+class ChangeSink : public ClsRecordsetEvents {
+ public:
+  void ValueChange(int32_t Row, int32_t Col) override { Record("ValueChange", Row, Col); }
+  void SymbolChange(int32_t Row, int32_t Col) override { Record("SymbolChange", Row, Col); }
+  void ValueQueryChange(const std::string& FieldName) override {
+    events.push_back("ValueQueryChange(" + FieldName + ")");
+  }
+  void EditStatusChange() override { events.push_back("EditStatusChange"); }
+  int Count(const std::string& event) const {
+    int n = 0;
+    for (const std::string& e : events) {
+      n += e == event ? 1 : 0;
+    }
+    return n;
+  }
+
+  std::vector<std::string> events;
+
+ private:
+  void Record(const char* name, int32_t row, int32_t col) {
+    events.push_back(std::string(name) + "(" + std::to_string(row) + "," + std::to_string(col) +
+                     ")");
+  }
+};
+
+}  // namespace varnel::testing

@@ -1,0 +1,141 @@
+#include <gtest/gtest.h>
+
+#include "change_sink.h"
+#include "fields/field_access.h"
+#include "recordset/recordset_state.h"
+#include "varnel/varnel.h"
+
+namespace varnel {
+namespace {
+
+using testing::ChangeSink;
+
+class Propagation : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    qty = rs.Add("Qty");
+    price = rs.Add("Price");
+    rs.Rows(2);
+    rs.Advise(&sink);
+  }
+
+  std::shared_ptr<ClsFields> Computed(const std::string& name, const std::string& expression) {
+    std::shared_ptr<ClsFields> field = rs.Add(name);
+    field->ComputeString = expression;
+    field->IsData = false;
+    return field;
+  }
+
+  std::string ValueChangesOf(const ClsFields& field) const {
+    return "ValueChange(1," + std::to_string(field.Col) + ")";
+  }
+
+  ClsRecordset rs;
+  ChangeSink sink;
+  std::shared_ptr<ClsFields> qty;
+  std::shared_ptr<ClsFields> price;
+};
+
+TEST_F(Propagation, ComputedFieldFollowsTheFieldsItMentions) {
+  auto amount = Computed("Amount", "Qty*Price");
+  qty->SetValue(int32_t{3}, 1);
+  price->SetValue(int32_t{4}, 1);
+  EXPECT_EQ(amount->GetValue(1).ToDouble(), 12);
+  EXPECT_TRUE(amount->GetValue(2).IsEmpty());  // only the changed row
+}
+
+TEST_F(Propagation, ComputedFieldsReferringToEachOtherAreComputedOncePerChange) {
+  auto a = Computed("A", "Qty+B");
+  auto b = Computed("B", "A*2");
+  qty->SetValue(int32_t{1}, 1);
+  EXPECT_EQ(sink.Count(ValueChangesOf(*a)), 1);
+  EXPECT_EQ(sink.Count(ValueChangesOf(*b)), 1);
+  EXPECT_EQ(a->GetValue(1).ToDouble(), 1);
+  EXPECT_EQ(b->GetValue(1).ToDouble(), 2);
+  EXPECT_TRUE(internal::RecordsetAccess::State(rs).recompute_chain.empty());
+}
+
+TEST_F(Propagation, ContainmentOverTriggersOnLongerNames) {
+  auto total = rs.Add("QtyTotal");
+  auto twice = Computed("Twice", "QtyTotal*2");
+  total->SetValue(int32_t{5}, 1);
+  {
+    internal::BulkScope bulk;  // leave Twice stale
+    total->SetValue(int32_t{6}, 1);
+  }
+  qty->SetValue(int32_t{1}, 1);  // mentions of "Qty" include "QtyTotal"
+  EXPECT_EQ(twice->GetValue(1).ToDouble(), 12);
+}
+
+TEST_F(Propagation, MentionIsCaseSensitiveLikeTheEvaluator) {
+  auto twice = Computed("Twice", "qty*2");
+  qty->SetValue(int32_t{4}, 1);
+  EXPECT_TRUE(twice->GetValue(1).IsEmpty());
+  EXPECT_EQ(sink.Count(ValueChangesOf(*twice)), 0);
+}
+
+TEST_F(Propagation, NothingPropagatesInQueryMode) {
+  auto twice = Computed("Twice", "Qty*2");
+  qty->FieldType = F_Numeral;
+  rs.EditStatus(E_Query);
+  sink.events.clear();
+  qty->SetValue(int32_t{4}, 1);
+  EXPECT_EQ(sink.events, (std::vector<std::string>{"ValueQueryChange(Qty)"}));
+  EXPECT_EQ(twice->QueryValue, "");
+}
+
+TEST_F(Propagation, LockFieldSetsTheRowsEditMark) {
+  auto lock = rs.Add("Lock");
+  lock->FieldType = F_Locked;
+  const struct {
+    Variant value;
+    bool editable;
+  } cases[] = {
+      {Variant(int32_t{1}), false}, {Variant(int32_t{0}), true}, {Variant("x"), false},
+      {Variant(true), false},       {Variant(false), true},      {Variant("0"), true},
+      {Variant(2.5), false},        {Variant::Null(), true},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(&c - cases);
+    lock->SetValue(c.value, 2);
+    EXPECT_EQ(rs.GetEdit(2), c.editable);
+  }
+}
+
+TEST_F(Propagation, AnyChangeRefreshesTheLockMarkOfItsRow) {
+  auto lock = rs.Add("Lock");
+  lock->FieldType = F_Locked;
+  {
+    internal::BulkScope bulk;
+    lock->SetValue(int32_t{1}, 1);
+  }
+  internal::RecordsetAccess::State(rs).edit_marks[1] = 1;
+  qty->SetValue(int32_t{5}, 1);
+  EXPECT_FALSE(rs.GetEdit(1));
+}
+
+TEST_F(Propagation, ChangeRecomputesTheTotalOfASummedField) {
+  qty->IsSum = true;
+  qty->SetValue(int32_t{3}, 1);
+  qty->SetValue(int32_t{4}, 2);
+  EXPECT_EQ(qty->SumValue.ToDouble(), 7);
+  EXPECT_TRUE(price->SumValue.IsNull());
+}
+
+TEST_F(Propagation, ChangedFieldIsFoundByItsColAsAPosition) {
+  // After Remove, Col is not renumbered: Price keeps Col 2 while standing at
+  // position 1, so a change of Price totals the field now at position 2.
+  auto third = rs.Add("Third");
+  third->IsSum = true;
+  ASSERT_FALSE(rs.Remove("Qty"));
+  ASSERT_EQ(price->Col, 2);
+  {
+    internal::BulkScope bulk;
+    third->SetValue(int32_t{9}, 1);
+  }
+  price->SetValue(int32_t{1}, 1);
+  EXPECT_EQ(third->SumValue.ToDouble(), 9);
+}
+
+}  // namespace
+}  // namespace varnel
