@@ -14,6 +14,7 @@
 
 #include "fields/field_access.h"
 #include "recordset/recordset_state.h"
+#include "recordset/row_store.h"
 #include "support/capture_ui.h"
 #include "support/event_log.h"
 #include "varnel/varnel.h"
@@ -81,7 +82,8 @@ class OrderScreen : public ::testing::Test {
     double price;
   };
 
-  // Replaces the rows (silently, as a load does); every row editable; row 1 current.
+  // Replaces the rows and their totals (silently, as a load does); every row
+  // editable; row 1 current.
   void Fill(const std::vector<Row>& rows) {
     rs.Rows(static_cast<int32_t>(rows.size()));
     internal::RecordsetState& state = internal::RecordsetAccess::State(rs);
@@ -95,6 +97,8 @@ class OrderScreen : public ::testing::Test {
       amount->SetValue(rows[i].qty * rows[i].price, r);
       state.edit_marks[r] = 1;
     }
+    internal::RecomputeAllSums(state);
+    state.current_row = rows.empty() ? 0 : 1;
   }
 
   // Values of a field in rows 1..Rows, as text ("Null" for Null).
