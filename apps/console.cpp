@@ -22,7 +22,7 @@ std::string Trim(const std::string& text) {
   return text.substr(begin, text.find_last_not_of(" \t\r") - begin + 1);
 }
 
-std::vector<std::string> Words(const std::string& text) {
+std::vector<std::string> SplitWords(const std::string& text) {
   std::istringstream in(text);
   std::vector<std::string> words;
   for (std::string word; in >> word;) {
@@ -103,6 +103,17 @@ bool Console::Execute(const std::string& line) {
   return true;
 }
 
+std::vector<std::string> Console::Words() const {
+  std::vector<std::string> words = {"quit", "exit", "shift", "ctrl", "all", "invert", "none"};
+  for (const Command& command : kCommands) {
+    words.emplace_back(command.name);
+  }
+  for (const auto& field : rs_) {
+    words.push_back(field->Name);
+  }
+  return words;
+}
+
 void Console::Finish() {
   if (Pending()) {
     out_ << Tr(Text::Discarded) << "\n";
@@ -162,7 +173,7 @@ void Console::Goto(const std::string& argument) {
 // The field named by the longest run of leading words of Text (a name or a
 // display name, in any case); Rest receives what follows it.
 std::shared_ptr<ClsFields> Console::FindField(const std::string& text, std::string& rest) const {
-  const std::vector<std::string> words = Words(text);
+  const std::vector<std::string> words = SplitWords(text);
   for (size_t count = words.size(); count > 0; --count) {
     std::string name = words[0];
     for (size_t i = 1; i < count; ++i) {
@@ -190,7 +201,7 @@ void Console::Set(const std::string& argument) {
   std::string rest;
   const std::shared_ptr<ClsFields> field = FindField(argument, rest);
   if (!field) {
-    out_ << Say(Text::UnknownField, fmt::arg("field", Words(argument)[0])) << "\n";
+    out_ << Say(Text::UnknownField, fmt::arg("field", SplitWords(argument)[0])) << "\n";
     return;
   }
   rs_.Modify(Variant(field->Name), TypedValue(rest));
@@ -274,7 +285,7 @@ void Console::Clear(const std::string&) {
 }
 
 void Console::Select(const std::string& argument) {
-  const std::vector<std::string> words = Words(argument);
+  const std::vector<std::string> words = SplitWords(argument);
   const std::string what = words.empty() ? "" : words[0];
   const std::optional<int32_t> row = words.empty() ? std::nullopt : Number(words.back());
   const bool valid_row = row && *row >= 1 && *row <= rs_.Rows();

@@ -9,6 +9,7 @@
 
 #include <ostream>
 #include <string>
+#include <vector>
 
 #include "varnel/varnel.h"
 
@@ -24,6 +25,8 @@ class Console {
   void Start();
   // The input ended: a pending edit is left unsaved, with a notice.
   void Finish();
+  // The command words and the fields' names, for completion.
+  std::vector<std::string> Words() const;
 
  private:
   using Handler = void (Console::*)(const std::string& argument);

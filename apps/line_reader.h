@@ -8,6 +8,7 @@
 #include <optional>
 #include <ostream>
 #include <string>
+#include <vector>
 
 namespace varnel::app {
 
@@ -23,6 +24,9 @@ class LineReader {
 
   // The next line; nullopt at the end of the input.
   std::optional<std::string> Next();
+
+  // Words that the Tab key completes on a terminal (commands, field names).
+  void SetCompletions(std::vector<std::string> words);
 
  private:
   bool interactive_;

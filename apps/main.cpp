@@ -82,6 +82,7 @@ int RunScreen(const Options& options, bool interactive) {
 
   Console console(rs, out);
   LineReader reader(interactive, interactive ? options.data_dir / "history" : "", std::cin, out);
+  reader.SetCompletions(console.Words());
   Converse(console, reader, out);
   out.flush();
   return 0;

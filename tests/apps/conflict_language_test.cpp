@@ -20,10 +20,12 @@ TEST_F(AppSession, ChangeBySecondConnectionIsReportedOnSave) {
   AppProcess app(Args());
   app.ReadUntil("Type help for the commands.");
   Database()->Execute("UPDATE Orders SET Note = 'changed elsewhere'" + where);
-  app.Send("goto " + std::to_string(PositionOf(id)) + "\nset Quantity 8\nsave\nquit\n");
+  const std::string row = std::to_string(PositionOf(id));
+  app.Send("goto " + row + "\nset Quantity 8\nsave\nrefresh\ngoto " + row + "\nquit\n");
   const AppRun run = app.Finish();
   EXPECT_NE(run.output.find(kConflict), npos) << run.output;
   EXPECT_NE(run.output.find("Not saved: the change was taken back."), npos);
+  EXPECT_EQ(FieldValue(run.output, "Note"), "changed elsewhere");  // after refresh
   EXPECT_EQ(Query("SELECT Qty, Note FROM Orders" + where),
             (Rows{{qty, Variant("changed elsewhere")}}));
 }
