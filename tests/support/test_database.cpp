@@ -35,6 +35,10 @@ std::vector<TestProvider> AllTestProviders() {
   return {TestProvider::kSqlite, TestProvider::kPostgres};
 }
 
+void PrintTo(TestProvider provider, std::ostream* out) {
+  *out << (provider == TestProvider::kSqlite ? "SQLite" : "PostgreSQL");
+}
+
 std::string TestProviderName(const ::testing::TestParamInfo<TestProvider>& info) {
   return info.param == TestProvider::kSqlite ? "SQLite" : "PostgreSQL";
 }

@@ -16,6 +16,7 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,9 @@
 namespace varnel::testing {
 
 enum class TestProvider { kSqlite, kPostgres };
+
+// How a test's parameter reads in test lists: "SQLite", "PostgreSQL".
+void PrintTo(TestProvider provider, std::ostream* out);
 
 // Every provider, for ::testing::ValuesIn.
 std::vector<TestProvider> AllTestProviders();
