@@ -8,4 +8,5 @@
 #include "varnel/messages.h"
 #include "varnel/modules.h"
 #include "varnel/recordset.h"
+#include "varnel/table_writer.h"
 #include "varnel/variant.h"

@@ -145,10 +145,15 @@ void ReadViewSettings(ClsRecordset& rs, const db::Recordset& source) {
   ReadSortSettings(rs, row);
 }
 
-void AddFields(ClsRecordset& rs, const std::vector<std::vector<Variant>>& table) {
+// Returns true when Add refused a row (it has told the user why); the fields
+// added before stay.
+bool AddFields(ClsRecordset& rs, const std::vector<std::vector<Variant>>& table) {
   const size_t rows = table.empty() ? 0 : table[0].size();
   for (size_t r = 0; r < rows; ++r) {
     const std::shared_ptr<ClsFields> field = rs.Add(CStr(table[0][r]));
+    if (field == nullptr) {
+      return true;
+    }
     for (size_t c = 1; c < kColumns.size(); ++c) {
       const Variant& cell = table[c][r];
       if (!cell.IsNull()) {  // a Null cell keeps what Add gave
@@ -156,9 +161,10 @@ void AddFields(ClsRecordset& rs, const std::vector<std::vector<Variant>>& table)
       }
     }
   }
+  return false;
 }
 
-void ReadInformation(ClsRecordset& rs, db::Recordset& source, const std::string& view,
+bool ReadInformation(ClsRecordset& rs, db::Recordset& source, const std::string& view,
                      const std::string& other) {
   // The view name goes between quotes as it stands.
   source.Filter("ViewName='" + view + "'" + (other.empty() ? "" : " and " + other));
@@ -167,9 +173,7 @@ void ReadInformation(ClsRecordset& rs, db::Recordset& source, const std::string&
     ReadViewSettings(rs, source);
   }
   rs.Clear();
-  if (has_rows) {
-    AddFields(rs, source.GetRows(-1, ColumnNames()));
-  }
+  return has_rows && AddFields(rs, source.GetRows(-1, ColumnNames()));
 }
 
 }  // namespace
@@ -184,8 +188,7 @@ bool ClsRecordset::ReadFieldsInformation(std::shared_ptr<db::Recordset>& AdoReco
     if (AdoRecordset == nullptr) {
       RaiseError(91);
     }
-    internal::ReadInformation(*this, *AdoRecordset, ViewName, OtherCondition);
-    return false;
+    return internal::ReadInformation(*this, *AdoRecordset, ViewName, OtherCondition);
   });
 }
 

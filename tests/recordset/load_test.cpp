@@ -28,6 +28,19 @@ TEST_F(DataSourceLoad, AutoModeCopiesEveryRowAndReleasesTheDatabase) {
   }
 }
 
+TEST_F(DataSourceLoad, InitInQueryModeRestoresTheSavedCriteriaFirst) {
+  rs.Item("Name")->FieldType = F_Text;
+  rs.Item("Name")->QueryValue = "Bolt";
+  Load();
+  ASSERT_FALSE(rs.NewQuery());
+  rs.Item("Name")->QueryValue = "Nut";
+  EXPECT_FALSE(rs.InitDataSource());
+  EXPECT_EQ(rs.EditStatus(), E_Default);
+  EXPECT_EQ(rs.Item("Name")->QueryValue, "Bolt");
+  EXPECT_EQ(rs.Rows(), 1);
+  EXPECT_EQ(rs.Item("Id")->GetValue(1).ToLong(), 1);
+}
+
 class InitUser : public ClsRecordsetEvents {
  public:
   void DataSourceInitUser(const std::string& condition, const std::string& order) override {
@@ -54,7 +67,10 @@ TEST_F(DataSourceLoad, UserModeShowsTheQueryAndReusesTheOpenRecordset) {
   // A changed condition has no effect while the recordset stays open.
   Execute({"INSERT INTO Items (Id, Qty) VALUES (4, 40)"});
   rs.DefaultCondition = "Qty>100";
+  log.Clear();
   EXPECT_FALSE(rs.RefreshDataSource());
+  EXPECT_EQ(log.Joined(),
+            "DataSourceRefreshUser,SysDataSourceRefresh,DataSourceRefresh,RecordPointerChange");
   EXPECT_EQ(rs.Rows(), 3);
 }
 

@@ -1,0 +1,155 @@
+#include "screen_setup.h"
+
+#include <strings.h>
+
+#include <stdexcept>
+
+#include "sample_database.h"
+#include "texts.h"
+
+namespace varnel::app {
+namespace {
+
+// A field for each column of a table, typed by the first values it holds.
+struct ColumnSample {
+  std::string name;
+  int32_t size = 0;
+  VbVarType type = vbEmpty;  // of the first non-blank value
+  bool has_time = false;     // a date value with a time of day
+};
+
+std::vector<ColumnSample> SampleColumns(const std::shared_ptr<db::Connection>& connection,
+                                        const std::string& table) {
+  db::Recordset sample;
+  sample.Open("SELECT * FROM " + table + " LIMIT 100", connection);
+  std::vector<ColumnSample> columns;
+  const db::Fields fields = sample.Fields();
+  for (int32_t i = 0; i < fields.Count(); ++i) {
+    columns.push_back({fields.Item(i).Name(), fields.Item(i).DefinedSize()});
+  }
+  for (; !sample.Eof(); sample.MoveNext()) {
+    for (size_t i = 0; i < columns.size(); ++i) {
+      const Variant value = fields.Item(static_cast<int32_t>(i)).Value();
+      if (value.IsBlank()) {
+        continue;
+      }
+      if (columns[i].type == vbEmpty) {
+        columns[i].type = value.VarType();
+      }
+      if (value.VarType() == vbDate &&
+          value.AsDate().Value != static_cast<int64_t>(value.AsDate().Value)) {
+        columns[i].has_time = true;
+      }
+    }
+  }
+  return columns;
+}
+
+void DefineField(ClsRecordset& rs, const ColumnSample& column) {
+  auto field = rs.Add(column.name);
+  field->IsData = field->SaveToDB = field->Edit = field->EnableNull = field->Copy = true;
+  field->DisplayName = column.name;
+  field->DefinedSize = column.size;
+  switch (column.type) {
+    case vbBoolean:
+      field->FieldType = F_Boolean;
+      break;
+    case vbDate:
+      field->FieldType = F_Date;
+      field->DateType = column.has_time ? D_YMDHNS : D_YMD;
+      break;
+    case vbInteger:
+    case vbLong:
+      field->FieldType = F_Numeral;
+      break;
+    case vbDouble:
+    case vbCurrency:  // a currency field needs a sign column, which a bare table lacks
+      field->FieldType = F_Numeral;
+      field->NumType = N_Float;
+      break;
+    default:
+      field->FieldType = F_Text;
+      break;
+  }
+}
+
+void DefineFromTable(const std::shared_ptr<db::Connection>& connection, const std::string& table,
+                     ClsRecordset& rs) {
+  rs.TableName = table;
+  for (const ColumnSample& column : SampleColumns(connection, table)) {
+    DefineField(rs, column);
+  }
+}
+
+// A date field whose default the table gives as "Now" or "Today" starts new
+// rows at the current date. ReadFieldsInformation keeps only date values as a
+// date field's default, so those two words are taken from the table here.
+void KeepCurrentDateDefaults(const std::shared_ptr<db::Connection>& connection,
+                             const std::string& view, const std::string& fields_table,
+                             ClsRecordset& rs) {
+  db::Recordset defaults;
+  defaults.Open("SELECT Name, DefaultValue FROM " + fields_table + " WHERE ViewName = '" +
+                    MdlQuery::QuoteText(Variant(view)) + "'",
+                connection);
+  for (; !defaults.Eof(); defaults.MoveNext()) {
+    const Variant cell = defaults.Fields().Item(1).Value();
+    const std::string word = cell.IsString() ? std::string(cell.StringView()) : "";
+    const auto field = rs.Item(defaults.Fields().Item(0).Value());
+    if (field && field->FieldType == F_Date && field->DefaultValue.IsBlank() &&
+        (strcasecmp(word.c_str(), "now") == 0 || strcasecmp(word.c_str(), "today") == 0)) {
+      field->DefaultValue = cell;
+    }
+  }
+}
+
+void DefineFromView(const std::shared_ptr<db::Connection>& connection, const std::string& view,
+                    const std::string& fields_table, ClsRecordset& rs) {
+  auto information = std::make_shared<db::Recordset>();
+  information->Open("SELECT * FROM " + fields_table, connection);
+  rs.FieldsInforName = fields_table;
+  rs.ReadFieldsInformation(information, view);
+  information->Close();
+  if (rs.Count() == 0) {
+    throw std::runtime_error(Say(Text::CannotOpen, fmt::arg("what", view),
+                                 fmt::arg("reason", fields_table + " describes no fields")));
+  }
+  KeepCurrentDateDefaults(connection, view, fields_table, rs);
+}
+
+}  // namespace
+
+std::string ResolveConnection(const Options& options, std::ostream& out) {
+  if (!options.connect.empty()) {
+    return options.connect;
+  }
+  const std::filesystem::path path = options.data_dir / "sample.db";
+  if (EnsureSampleDatabase(path)) {
+    out << Say(Text::SampleCreated, fmt::arg("path", path.string())) << "\n";
+  }
+  return SqliteConnectionString(path);
+}
+
+void DefineScreen(const Options& options, const std::shared_ptr<db::Connection>& connection,
+                  ClsRecordset& rs) {
+  rs.ConnectString = connection->ConnectionString();
+  rs.SFConnection = connection;
+  rs.UserOpenMode = U_User;
+  if (!options.table.empty()) {
+    DefineFromTable(connection, options.table, rs);
+  } else {
+    DefineFromView(connection, options.view.empty() ? kSampleView : options.view,
+                   options.fields_table, rs);
+  }
+}
+
+void ProtectKeys(ClsRecordset& rs, const std::vector<std::string>& keys) {
+  for (const auto& field : rs) {
+    for (const std::string& key : keys) {
+      if (strcasecmp(field->Name.c_str(), key.c_str()) == 0) {
+        field->Copy = false;
+      }
+    }
+  }
+}
+
+}  // namespace varnel::app

@@ -1,0 +1,107 @@
+#include "texts.h"
+
+#include <array>
+
+#include "varnel/messages.h"
+
+namespace varnel::app {
+namespace {
+
+struct TextRow {
+  Text id;
+  const char* english;
+  const char* chinese;
+};
+
+constexpr const char* kHelpEnglish =
+    "Moving:     first | prev | next | last | goto <n>\n"
+    "Editing:    set <field> <value>   (set <field> alone empties it)\n"
+    "            new | copy | delete | save | undo\n"
+    "Query:      query | refine, then set <field> <criterion>, then run | cancel | clear\n"
+    "            criteria: >=100 AND <200, not smith, null, notnull, 2024-06-01, true ...\n"
+    "Selection:  select <n> (go to row n and select it) | select shift <n> | select ctrl <n>\n"
+    "            select all | select invert | select none\n"
+    "Showing:    show | list [<count>] | sql | refresh\n"
+    "Leaving:    quit   (saves a pending edit first, as moving does)\n"
+    "In the form: * marks a required field, - a field that cannot be edited.\n"
+    "In the list: > marks the current row, + a selected one, # a locked one.";
+
+constexpr const char* kHelpChinese =
+    "移动：    first | prev | next | last | goto <行号>\n"
+    "编辑：    set <字段> <值>   （只写 set <字段> 表示清空）\n"
+    "          new | copy | delete | save | undo\n"
+    "查询：    query | refine，然后 set <字段> <条件>，然后 run | cancel | clear\n"
+    "          条件：>=100 AND <200、not smith、null、notnull、2024-06-01、true ……\n"
+    "选择：    select <行号>（转到该行并选中）| select shift <行号> | select ctrl <行号>\n"
+    "          select all | select invert | select none\n"
+    "显示：    show | list [<行数>] | sql | refresh\n"
+    "退出：    quit （与移动一样，先保存未保存的修改）\n"
+    "表单中：* 表示必填字段，- 表示不可编辑的字段。\n"
+    "列表中：> 表示当前行，+ 表示已选行，# 表示锁定行。";
+
+constexpr std::array<TextRow, static_cast<size_t>(Text::Count)> kTexts = {{
+    {Text::Banner, "Varnel: {table}, {rows} rows. Type help for the commands.",
+     "Varnel：{table}，{rows} 行。输入 help 查看命令。"},
+    {Text::RowOf, "Row {row} of {rows}", "第 {row} 行，共 {rows} 行"},
+    {Text::NoRows, "No rows", "没有记录"},
+    {Text::Selected, "Selected: {count}", "已选：{count}"},
+    {Text::ReadOnlyRow, "read-only row", "只读行"},
+    {Text::Sum, "Sum", "合计"},
+    {Text::SumItem, "{name}: {value}", "{name}：{value}"},
+    {Text::Saved, "Saved.", "已保存。"},
+    {Text::NothingToSave, "Nothing to save.", "没有需要保存的修改。"},
+    {Text::NotSavedKept, "Not saved: correct the row and save again.", "未保存：请修改后再保存。"},
+    {Text::NotSavedTakenBack,
+     "Not saved: the change was taken back. Type refresh to see the rows as they are now.",
+     "未保存：修改已撤回。输入 refresh 查看当前数据。"},
+    {Text::NothingToUndo, "Nothing to undo.", "没有可撤销的修改。"},
+    {Text::UnknownCommand, "Unknown command '{command}'. Type help for the commands.",
+     "未知命令“{command}”。输入 help 查看命令。"},
+    {Text::UnknownField, "There is no field '{field}'.", "没有字段“{field}”。"},
+    {Text::Usage, "Usage: {usage}", "用法：{usage}"},
+    {Text::NoSuchRow, "There is no row {row}.", "没有第 {row} 行。"},
+    {Text::Refused, "Not possible here: {command}.", "此处不能执行：{command}。"},
+    {Text::QueryHint, "Query mode: type criteria with set, then run (or cancel).",
+     "查询模式：用 set 输入条件，然后 run（或 cancel）。"},
+    {Text::RowsFound, "{rows} rows found.", "找到 {rows} 行。"},
+    {Text::QuitPending, "The pending edit was not saved; quit again to leave without it.",
+     "未保存的修改没有保存；再次输入 quit 将放弃它并退出。"},
+    {Text::Discarded, "The pending edit was left unsaved.", "未保存的修改已放弃。"},
+    {Text::SampleCreated, "Created the sample database {path}.", "已创建示例数据库 {path}。"},
+    {Text::Loading, "Loading {table}: {done} of {total} rows",
+     "正在加载 {table}：{done} / {total} 行"},
+    {Text::CannotOpen, "Cannot open {what}: {reason}", "无法打开 {what}：{reason}"},
+    {Text::NoQueryMode, "Not in query mode: type query or refine first.",
+     "不在查询模式：请先输入 query 或 refine。"},
+    {Text::Help, kHelpEnglish, kHelpChinese},
+    {Text::StatusDefault, "Browse", "浏览"},
+    {Text::StatusQuery, "Query", "查询"},
+    {Text::StatusModify, "Modified", "已修改"},
+    {Text::StatusDelete, "Deleted", "已删除"},
+    {Text::StatusAddNew, "New", "新增"},
+    {Text::StatusCopy, "Copied", "已复制"},
+    {Text::StatusModifyDelete, "Modified, deleted", "已修改，已删除"},
+    {Text::StatusAddNewDelete, "New, deleted", "新增，已删除"},
+    {Text::StatusCopyDelete, "Copied, deleted", "已复制，已删除"},
+    {Text::StatusNothing, "No data", "无数据"},
+}};
+
+// Every row stands at the index of its id: the table is looked up directly.
+constexpr bool RowsInOrder() {
+  for (size_t i = 0; i < kTexts.size(); ++i) {
+    if (static_cast<size_t>(kTexts[i].id) != i) {
+      return false;
+    }
+  }
+  return true;
+}
+static_assert(RowsInOrder(), "kTexts must list the texts in the order of Text");
+
+}  // namespace
+
+const char* Tr(Text id) {
+  const TextRow& row = kTexts[static_cast<size_t>(id)];
+  return GetThreadUILanguage() == 2052 ? row.chinese : row.english;
+}
+
+}  // namespace varnel::app

@@ -1,0 +1,35 @@
+// What a recordset's pending edit asks to be written: the rows to insert,
+// update or delete, read from the recordset's edit status and its snapshots.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "recordset/recordset_state.h"
+#include "varnel/variant.h"
+
+namespace varnel::internal {
+
+enum class ChangeKind { Insert, Update, Delete };
+
+struct RowChange {
+  ChangeKind kind = ChangeKind::Update;
+  // Insert, Update: the row of the store that holds the new values now.
+  int32_t row = 0;
+  // Update, Delete: every field's value before the edit, in field order (a
+  // snapshot may hold more elements after the fields; they are not read).
+  std::vector<Variant> before;
+  // Insert, Update: every field's value now, in field order.
+  std::vector<Variant> after;
+};
+
+// The changes that saving the current edit status means, in the order they
+// are to be written; empty when nothing reaches the database:
+//   E_Modify                the modified row (SavedRow) from SavedValues
+//   E_AddNew, E_Copy        the inserted last row
+//   E_Delete                the deleted row's values (DeletedValues)
+//   E_ModifyDelete          the modified row, deleted: a delete by its values
+//                           from before the modification
+std::vector<RowChange> PendingChanges(const RecordsetState& rs);
+
+}  // namespace varnel::internal

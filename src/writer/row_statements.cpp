@@ -1,0 +1,93 @@
+#include "writer/row_statements.h"
+
+namespace varnel::internal {
+namespace {
+
+bool SameColumn(const ColumnRef& a, const ColumnRef& b) { return a.field == b.field; }
+
+// The columns that find a row: the keys, then every written column that is not
+// a key, so that a row changed by someone else since it was read matches nothing.
+std::vector<ColumnRef> IdentifyingColumns(const WriteLayout& layout) {
+  std::vector<ColumnRef> columns = layout.keys;
+  for (const ColumnRef& column : layout.written) {
+    bool is_key = false;
+    for (const ColumnRef& key : layout.keys) {
+      is_key = is_key || SameColumn(key, column);
+    }
+    if (!is_key) {
+      columns.push_back(column);
+    }
+  }
+  return columns;
+}
+
+// " WHERE a = ? AND b IS NULL ...", appending the bound values to params.
+std::string WhereClause(const WriteLayout& layout, const TableCatalog& catalog,
+                        const std::vector<Variant>& before, std::vector<Variant>& params) {
+  std::string where;
+  for (const ColumnRef& column : IdentifyingColumns(layout)) {
+    where += where.empty() ? " WHERE " : " AND ";
+    const std::string quoted = QuoteColumn(column.name);
+    const Variant& value = before[column.field];
+    if (value.IsBlank()) {
+      where += quoted + " IS NULL";
+    } else {
+      where += catalog.EqualsParameter(quoted, column.is_date);
+      params.push_back(value);
+    }
+  }
+  return where;
+}
+
+}  // namespace
+
+Statement InsertStatement(const WriteLayout& layout, const std::vector<Variant>& after) {
+  Statement statement;
+  std::string columns;
+  std::string marks;
+  for (const ColumnRef& column : layout.written) {
+    const Variant& value = after[column.field];
+    if (value.IsBlank()) {
+      continue;
+    }
+    columns += (columns.empty() ? "" : ", ") + QuoteColumn(column.name);
+    marks += marks.empty() ? "?" : ", ?";
+    statement.params.push_back(value);
+  }
+  statement.sql =
+      "INSERT INTO " + layout.table +
+      (columns.empty() ? " DEFAULT VALUES" : " (" + columns + ") VALUES (" + marks + ")");
+  return statement;
+}
+
+std::optional<Statement> UpdateStatement(const WriteLayout& layout, const TableCatalog& catalog,
+                                         const std::vector<Variant>& before,
+                                         const std::vector<Variant>& after) {
+  Statement statement;
+  std::string assignments;
+  for (const ColumnRef& column : layout.written) {
+    const Variant& old_value = before[column.field];
+    const Variant& new_value = after[column.field];
+    if (old_value.IsBlank() ? new_value.IsBlank() : ValuesEqual(old_value, new_value)) {
+      continue;
+    }
+    assignments += (assignments.empty() ? "" : ", ") + QuoteColumn(column.name) + " = ?";
+    statement.params.push_back(new_value.IsBlank() ? Variant::Null() : new_value);
+  }
+  if (assignments.empty()) {
+    return std::nullopt;
+  }
+  statement.sql = "UPDATE " + layout.table + " SET " + assignments +
+                  WhereClause(layout, catalog, before, statement.params);
+  return statement;
+}
+
+Statement DeleteStatement(const WriteLayout& layout, const TableCatalog& catalog,
+                          const std::vector<Variant>& before) {
+  Statement statement;
+  statement.sql =
+      "DELETE FROM " + layout.table + WhereClause(layout, catalog, before, statement.params);
+  return statement;
+}
+
+}  // namespace varnel::internal

@@ -1,0 +1,49 @@
+// The SQL of one row change: INSERT, UPDATE or DELETE text with its values
+// bound as parameters, never pasted into the text.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "varnel/variant.h"
+#include "writer/table_catalog.h"
+
+namespace varnel::internal {
+
+struct Statement {
+  std::string sql;
+  std::vector<Variant> params;
+};
+
+struct ColumnRef {
+  size_t field = 0;  // index of the field in the recordset's collection
+  std::string name;  // the column's name, as the field names it
+  bool is_date = false;
+};
+
+// Where a recordset's rows go: the table, the columns written (fields with
+// IsData and SaveToDB) and the key columns that identify a row (empty: the
+// written columns alone identify it).
+struct WriteLayout {
+  std::string table;
+  std::vector<ColumnRef> written;
+  std::vector<ColumnRef> keys;
+};
+
+// INSERT of the non-blank written values of `after`; blank ones are left to
+// the database (its defaults, its generated keys). No values: DEFAULT VALUES.
+Statement InsertStatement(const WriteLayout& layout, const std::vector<Variant>& after);
+
+// UPDATE of the written columns whose value changed from `before` to `after`,
+// for the row that still holds `before`; nullopt when nothing changed.
+std::optional<Statement> UpdateStatement(const WriteLayout& layout, const TableCatalog& catalog,
+                                         const std::vector<Variant>& before,
+                                         const std::vector<Variant>& after);
+
+// DELETE of the row that still holds `before`.
+Statement DeleteStatement(const WriteLayout& layout, const TableCatalog& catalog,
+                          const std::vector<Variant>& before);
+
+}  // namespace varnel::internal

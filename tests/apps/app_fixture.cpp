@@ -1,0 +1,124 @@
+#include "app_fixture.h"
+
+#include <sstream>
+
+namespace varnel::testing {
+
+void AppSession::SetUp() {
+  const AppRun first = Run("");
+  ASSERT_EQ(first.exit_code, 0) << first.output;
+  ASSERT_NE(first.output.find("Created the sample database"), std::string::npos) << first.output;
+}
+
+std::vector<std::string> AppSession::Args(const std::vector<std::string>& extra) const {
+  std::vector<std::string> args = {"--data-dir", dir_.path().string(), "--lang", "en"};
+  args.insert(args.end(), extra.begin(), extra.end());
+  return args;
+}
+
+AppRun AppSession::Run(const std::string& script, const std::vector<std::string>& extra) {
+  return RunApp(Args(extra), script);
+}
+
+std::shared_ptr<db::Connection> AppSession::Database() {
+  if (!database_) {
+    database_ = std::make_shared<db::Connection>();
+    database_->Open("Provider=SQLite;Data Source=" + SamplePath());
+  }
+  return database_;
+}
+
+Rows AppSession::Query(const std::string& sql) {
+  db::Recordset recordset;
+  recordset.Open(sql, Database());
+  Rows rows;
+  for (; !recordset.Eof(); recordset.MoveNext()) {
+    std::vector<Variant> row;
+    for (int32_t i = 0; i < recordset.Fields().Count(); ++i) {
+      row.push_back(recordset.Fields().Item(i).Value());
+    }
+    rows.push_back(row);
+  }
+  return rows;
+}
+
+Variant AppSession::Scalar(const std::string& sql) {
+  const Rows rows = Query(sql);
+  return rows.empty() ? Variant() : rows[0][0];
+}
+
+int32_t AppSession::PositionOf(int32_t order_id) {
+  const std::string id = std::to_string(order_id);
+  return Scalar(
+             "SELECT COUNT(*) FROM Orders WHERE OrderDate < (SELECT OrderDate FROM Orders"
+             " WHERE OrderId = " +
+             id +
+             ") OR (OrderDate = (SELECT OrderDate FROM Orders"
+             " WHERE OrderId = " +
+             id + ") AND OrderId <= " + id + ")")
+      .ToLong();
+}
+
+int32_t AppSession::FirstOrderWhere(const std::string& condition) {
+  return Scalar("SELECT OrderId FROM Orders WHERE " + condition +
+                " ORDER BY OrderDate, OrderId LIMIT 1")
+      .ToLong();
+}
+
+int CountLines(const std::string& output, const std::string& text) {
+  std::istringstream lines(output);
+  int count = 0;
+  for (std::string line; std::getline(lines, line);) {
+    count += line.find(text) != std::string::npos ? 1 : 0;
+  }
+  return count;
+}
+
+int LinesStartingWith(const std::string& output, const std::string& prefix) {
+  std::istringstream lines(output);
+  int count = 0;
+  for (std::string line; std::getline(lines, line);) {
+    count += line.rfind(prefix, 0) == 0 ? 1 : 0;
+  }
+  return count;
+}
+
+std::string FieldValue(const std::string& output, const std::string& name) {
+  std::istringstream lines(output);
+  std::string value;
+  for (std::string line; std::getline(lines, line);) {
+    const bool form_line = line.size() > 4 + name.size() && line.compare(0, 2, "  ") == 0 &&
+                           line[3] == ' ' && line.compare(4, name.size(), name) == 0 &&
+                           line[4 + name.size()] == ' ';
+    if (form_line) {
+      const std::string rest = line.substr(4 + name.size());
+      const size_t begin = rest.find_first_not_of(' ');
+      value = begin == std::string::npos ? "" : rest.substr(begin);
+    }
+  }
+  return value;
+}
+
+std::vector<std::string> StatusLines(const std::string& output) {
+  std::istringstream lines(output);
+  std::vector<std::string> status;
+  for (std::string line; std::getline(lines, line);) {
+    if (line.rfind("Row ", 0) == 0 || line.rfind("No rows", 0) == 0 || line.rfind("第 ", 0) == 0) {
+      status.push_back(line);
+    }
+  }
+  return status;
+}
+
+std::vector<std::string> Statuses(const std::string& output) {
+  std::vector<std::string> statuses;
+  for (const std::string& line : StatusLines(output)) {
+    const size_t bar = line.find(" | ");
+    const size_t next = line.find(" | ", bar + 3);
+    statuses.push_back(
+        line.substr(bar + 3, next == std::string::npos ? std::string::npos : next - bar - 3));
+  }
+  return statuses;
+}
+
+}  // namespace varnel::testing

@@ -1,0 +1,55 @@
+// A fresh data directory per test, the sample database created by a first
+// run of the program, and direct access to the database file to check what
+// the program wrote.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "app_process.h"
+#include "support/temp_dir.h"
+#include "varnel/varnel.h"
+
+namespace varnel::testing {
+
+using Rows = std::vector<std::vector<Variant>>;
+
+class AppSession : public ::testing::Test {
+ protected:
+  void SetUp() override;
+
+  // --data-dir <temp> --lang en, then Extra.
+  std::vector<std::string> Args(const std::vector<std::string>& extra = {}) const;
+  // Runs the sample screen with Script (English unless Extra says otherwise).
+  AppRun Run(const std::string& script, const std::vector<std::string>& extra = {});
+
+  std::string SamplePath() const { return (dir_.path() / "sample.db").string(); }
+  std::shared_ptr<db::Connection> Database();
+  Rows Query(const std::string& sql);
+  Variant Scalar(const std::string& sql);
+  // The row number of an order on the screen (ordered by OrderDate, OrderId).
+  int32_t PositionOf(int32_t order_id);
+  // The first order on the screen that matches Condition.
+  int32_t FirstOrderWhere(const std::string& condition);
+
+  TempDir dir_;
+
+ private:
+  std::shared_ptr<db::Connection> database_;
+};
+
+// Counts the lines of Output that contain Text.
+int CountLines(const std::string& output, const std::string& text);
+// Counts the lines of Output that start with Prefix.
+int LinesStartingWith(const std::string& output, const std::string& prefix);
+// The value that the last form in Output shows for the field shown as Name.
+std::string FieldValue(const std::string& output, const std::string& name);
+// The status lines of Output ("Row 3 of 300 | Browse | ..."), in order.
+std::vector<std::string> StatusLines(const std::string& output);
+// The status part after the row ("Browse", "Modified", ...) of each status line.
+std::vector<std::string> Statuses(const std::string& output);
+
+}  // namespace varnel::testing

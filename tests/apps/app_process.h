@@ -1,0 +1,51 @@
+// Runs the real varnel program with its standard input and output on pipes,
+// so that a test types commands and reads what a person would see.
+#pragma once
+
+#include <sys/types.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace varnel::testing {
+
+struct AppRun {
+  std::string output;  // standard output and standard error, as they came
+  int exit_code = -1;
+};
+
+class AppProcess {
+ public:
+  // Starts the program with Args. Env entries replace the environment's; an
+  // empty value removes the variable. LANGUAGE, LC_ALL and LC_MESSAGES are
+  // removed and LANG is C.UTF-8 unless Env says otherwise.
+  explicit AppProcess(const std::vector<std::string>& args,
+                      const std::map<std::string, std::string>& env = {});
+  ~AppProcess();
+  AppProcess(const AppProcess&) = delete;
+  AppProcess& operator=(const AppProcess&) = delete;
+
+  // Writes Text to the program's input.
+  void Send(const std::string& text);
+  // Reads until the output holds Marker (after what was already read up to
+  // the previous marker) or the program ends; returns all output so far.
+  std::string ReadUntil(const std::string& marker);
+  // Closes the input, reads everything and waits for the exit.
+  AppRun Finish();
+
+ private:
+  bool ReadSome();  // false at the end of the output or after the time limit
+
+  pid_t pid_ = -1;
+  int input_ = -1;
+  int output_ = -1;
+  std::string seen_;
+  size_t marker_from_ = 0;
+};
+
+// Runs the program once with Script as its whole input.
+AppRun RunApp(const std::vector<std::string>& args, const std::string& script,
+              const std::map<std::string, std::string>& env = {});
+
+}  // namespace varnel::testing

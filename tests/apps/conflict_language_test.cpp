@@ -1,0 +1,70 @@
+// What a person is told: a change made by someone else in the meantime is
+// reported on save and nothing is overwritten; messages and the screen follow
+// the environment's language unless --lang says otherwise.
+#include <string>
+
+#include "app_fixture.h"
+
+namespace varnel::testing {
+namespace {
+
+constexpr auto npos = std::string::npos;
+constexpr const char* kConflict =
+    "[Error] Error:3640 The row was changed or deleted by someone else after it was read; "
+    "nothing was saved.";
+
+TEST_F(AppSession, ChangeBySecondConnectionIsReportedOnSave) {
+  const int32_t id = FirstOrderWhere("Locked = 0 AND Qty <> 8");
+  const std::string where = " WHERE OrderId = " + std::to_string(id);
+  const Variant qty = Scalar("SELECT Qty FROM Orders" + where);
+  AppProcess app(Args());
+  app.ReadUntil("Type help for the commands.");
+  Database()->Execute("UPDATE Orders SET Note = 'changed elsewhere'" + where);
+  const std::string row = std::to_string(PositionOf(id));
+  app.Send("goto " + row + "\nset Quantity 8\nsave\nrefresh\ngoto " + row + "\nquit\n");
+  const AppRun run = app.Finish();
+  EXPECT_NE(run.output.find(kConflict), npos) << run.output;
+  EXPECT_NE(run.output.find("Not saved: the change was taken back."), npos);
+  EXPECT_EQ(FieldValue(run.output, "Note"), "changed elsewhere");  // after refresh
+  EXPECT_EQ(Query("SELECT Qty, Note FROM Orders" + where),
+            (Rows{{qty, Variant("changed elsewhere")}}));
+}
+
+TEST_F(AppSession, DeletionOfARowSomeoneElseChangedIsReported) {
+  const int32_t id = FirstOrderWhere("Locked = 0");
+  const std::string where = " WHERE OrderId = " + std::to_string(id);
+  AppProcess app(Args());
+  app.ReadUntil("Type help for the commands.");
+  Database()->Execute("UPDATE Orders SET Qty = Qty + 1" + where);
+  app.Send("goto " + std::to_string(PositionOf(id)) + "\ndelete\nsave\nquit\n");
+  const AppRun run = app.Finish();
+  EXPECT_NE(run.output.find(kConflict), npos) << run.output;
+  EXPECT_EQ(Scalar("SELECT COUNT(*) FROM Orders" + where), Variant(int32_t{1}));
+  EXPECT_NE(StatusLines(run.output).back().find("of 300 | Browse"), npos);
+}
+
+TEST_F(AppSession, ChineseEnvironmentGetsChineseScreenAndMessages) {
+  const int32_t id = FirstOrderWhere("Locked = 0");
+  const std::string script =
+      "goto " + std::to_string(PositionOf(id)) + "\nset 数量 many\nnew\nsave\nundo\nquit\n";
+  const AppRun run =
+      RunApp({"--data-dir", dir_.path().string()}, script, {{"LANG", "zh_CN.UTF-8"}});
+  EXPECT_NE(run.output.find("第 1 行，共 300 行 | 浏览"), npos) << run.output;
+  EXPECT_NE(run.output.find("[错误] 错误：13 数据类型不匹配！"), npos);
+  EXPECT_NE(run.output.find("[错误] 错误：94 请输入 '客户'  不能为空！"), npos);
+  EXPECT_NE(run.output.find("未保存：请修改后再保存。"), npos);
+  EXPECT_NE(FieldValue(run.output, "订单日期"), "");
+}
+
+TEST_F(AppSession, LangOptionOverridesTheEnvironment) {
+  const AppRun english = RunApp({"--data-dir", dir_.path().string(), "--lang", "en"}, "quit\n",
+                                {{"LANG", "zh_CN.UTF-8"}});
+  EXPECT_NE(english.output.find("Row 1 of 300 | Browse"), npos) << english.output;
+  const AppRun chinese =
+      RunApp({"--data-dir", dir_.path().string(), "--lang", "zh"}, "quit\n", {{"LANG", "C"}});
+  EXPECT_NE(chinese.output.find("第 1 行，共 300 行"), npos) << chinese.output;
+  EXPECT_NE(chinese.output.find("  * 客户"), npos);
+}
+
+}  // namespace
+}  // namespace varnel::testing

@@ -1,0 +1,80 @@
+// Query by form in the real program: criteria typed into the fields of the
+// sample screen find the rows that the same condition finds in SQL.
+#include <regex>
+#include <string>
+
+#include "app_fixture.h"
+
+namespace varnel::testing {
+namespace {
+
+// The counts of every "N rows found." line, in order.
+std::vector<int32_t> FoundCounts(const std::string& output) {
+  std::vector<int32_t> counts;
+  const std::regex found("(\\d+) rows found\\.");
+  for (auto it = std::sregex_iterator(output.begin(), output.end(), found);
+       it != std::sregex_iterator(); ++it) {
+    counts.push_back(std::stoi((*it)[1]));
+  }
+  return counts;
+}
+
+struct Criterion {
+  const char* field;      // as the screen shows it
+  const char* criterion;  // as a user types it
+  const char* where;      // the same rows in SQL
+};
+
+TEST_F(AppSession, CriteriaOfEveryKindFindTheRowsSqlFinds) {
+  const Criterion criteria[] = {
+      {"Customer", "Harbor", "Customer LIKE '%Harbor%'"},
+      {"Customer", "not Harbor", "NOT Customer LIKE '%Harbor%'"},
+      {"Note", "null", "Note IS NULL OR Note = ''"},
+      {"Quantity", ">=30", "Qty >= 30"},
+      {"Quantity", ">=10 AND <20", "Qty >= 10 AND Qty < 20"},
+      {"Unit price", ">100", "Price > 100"},
+      {"Unit price", "<=5", "Price <= 5"},
+      {"Order date", ">=2024-12-01", "OrderDate >= '2024-12-01'"},
+      {"Order date", "2024-03-15", "date(OrderDate) = '2024-03-15'"},
+      {"Paid", "1", "Paid <> 0"},
+      {"Paid", "0", "Paid = 0"},
+  };
+  std::string script;
+  std::vector<int32_t> expected;
+  for (const Criterion& c : criteria) {
+    script += "query\nset " + std::string(c.field) + " " + c.criterion + "\nrun\n";
+    expected.push_back(
+        Scalar("SELECT COUNT(*) FROM Orders WHERE " + std::string(c.where)).ToLong());
+  }
+  const AppRun run = Run(script + "quit\n");
+  EXPECT_EQ(FoundCounts(run.output), expected) << run.output;
+  EXPECT_EQ(CountLines(run.output, "[Error]"), 0);
+}
+
+TEST_F(AppSession, RefineStartsFromTheCriteriaOfTheLastQuery) {
+  const AppRun run =
+      Run("query\nset Customer Harbor\nset Quantity >=10\nsql\nrun\nrefine\nset Quantity\nrun\n"
+          "query\nset Quantity >=30\ncancel\nlist\nclear\nrefresh\nquit\n");
+  const std::vector<int32_t> counts = FoundCounts(run.output);
+  ASSERT_EQ(counts.size(), 2u) << run.output;
+  EXPECT_EQ(
+      counts[0],
+      Scalar("SELECT COUNT(*) FROM Orders WHERE Customer LIKE '%Harbor%' AND Qty >= 10").ToLong());
+  EXPECT_EQ(counts[1],
+            Scalar("SELECT COUNT(*) FROM Orders WHERE Customer LIKE '%Harbor%'").ToLong());
+  EXPECT_NE(run.output.find("Select * From Orders Where "), std::string::npos);
+  EXPECT_NE(run.output.find("Query mode: type criteria"), std::string::npos);
+  // Cancel keeps the rows of the last run; clear and refresh bring all back.
+  EXPECT_NE(StatusLines(run.output).back().find("of 300 | Browse"), std::string::npos);
+}
+
+TEST_F(AppSession, CriterionThatMakesNoConditionIsReported) {
+  const AppRun run = Run("query\nset Quantity >=\nrun\ncancel\nquit\n");
+  EXPECT_NE(run.output.find("[Error] Error:94 'Quantity' can not be null."), std::string::npos)
+      << run.output;
+  EXPECT_TRUE(FoundCounts(run.output).empty());
+  EXPECT_EQ(Statuses(run.output).back(), "Browse");
+}
+
+}  // namespace
+}  // namespace varnel::testing

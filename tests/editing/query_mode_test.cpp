@@ -1,0 +1,121 @@
+#include "editing/items_table.h"
+#include "support/capture_ui.h"
+#include "support/event_log.h"
+
+namespace varnel::testing {
+namespace {
+
+class QueryMode : public ::testing::Test {
+ protected:
+  QueryMode()
+      : table({{1, "Ann", int32_t{2}, 1.5},
+               {2, "Bo", int32_t{3}, 2.0},
+               {3, "Cy", int32_t{4}, 0.5},
+               {4, "Di", int32_t{5}, 1.0}}) {
+    table.Load(rs);
+    rs.Advise(&log);
+    rs.Item("Name")->QueryValue = "old";
+  }
+
+  CaptureScope capture;
+  EventLog log;
+  ItemsTable table;
+  ClsRecordset rs;
+};
+
+TEST_F(QueryMode, NewQueryEmptiesTheCriteriaAndRefineKeepsThem) {
+  EXPECT_FALSE(rs.NewQuery());
+  EXPECT_EQ(log.Joined(),
+            "NewQueryBefore,UpdateRecordBefore,RecordPointerChange2,EditStatusChange,"
+            "SysNewQueryAfter,NewQueryAfter,RecordPointerChange");
+  EXPECT_EQ(rs.EditStatus(), E_Query);
+  EXPECT_EQ(rs.Item("Name")->QueryValue, "");
+  EXPECT_FALSE(rs.Modify("Qty", ">=3", 2));
+  EXPECT_EQ(rs.Item("Qty")->GetValue(4), Variant(">=3"));
+  EXPECT_FALSE(rs.RefineQuery());
+  EXPECT_EQ(rs.Item("Qty")->QueryValue, ">=3");
+}
+
+TEST_F(QueryMode, ExecuteQueryReloadsTheRowsThatMatch) {
+  rs.NewQuery();
+  rs.Modify("Qty", ">=3");
+  log.Clear();
+  EXPECT_FALSE(rs.ExecuteQuery());
+  EXPECT_EQ(log.names.front(), "ExecuteQueryBefore");
+  EXPECT_TRUE(log.Saw("DataSourceRefresh"));
+  const std::vector<std::string> tail(log.names.end() - 3, log.names.end());
+  EXPECT_EQ(tail, (std::vector<std::string>{"SysExecuteQueryAfter", "ExecuteQueryAfter",
+                                            "RecordPointerChange"}));
+  EXPECT_EQ(rs.EditStatus(), E_Default);
+  EXPECT_EQ(rs.Rows(), 3);
+  EXPECT_EQ(rs.Item("Name")->GetValue(1), Variant("Bo"));
+  rs.RefineQuery();  // starts from the criteria that produced these rows
+  rs.Modify("Name", "Cy");
+  EXPECT_FALSE(rs.ExecuteQuery());
+  EXPECT_EQ(rs.Rows(), 1);
+  EXPECT_TRUE(capture.shown().empty());
+}
+
+TEST_F(QueryMode, UnbuildableConditionKeepsTheSavedCriteria) {
+  rs.NewQuery();
+  rs.Modify("Qty", ">=many");
+  EXPECT_TRUE(rs.ExecuteQuery());
+  EXPECT_FALSE(capture.shown().empty());
+  EXPECT_EQ(rs.EditStatus(), E_Query);
+  EXPECT_EQ(rs.Rows(), 4);
+  log.Clear();
+  EXPECT_FALSE(rs.CancelQuery());
+  EXPECT_EQ(log.Joined(),
+            "CancelQueryBefore,EditStatusChange,SysCancelQueryAfter,CancelQueryAfter,"
+            "RecordPointerChange");
+  EXPECT_EQ(rs.Item("Name")->QueryValue, "old");
+  EXPECT_EQ(rs.Item("Qty")->QueryValue, "");
+}
+
+class CancelExecute : public ClsRecordsetEvents {
+ public:
+  void ExecuteQueryBefore(bool& Cancel) override { Cancel = true; }
+};
+
+TEST_F(QueryMode, CancelledExecuteDropsTheSavedCriteria) {
+  CancelExecute veto;
+  rs.Advise(&veto);
+  rs.NewQuery();
+  EXPECT_FALSE(rs.ExecuteQuery());
+  EXPECT_EQ(rs.EditStatus(), E_Query);
+  EXPECT_TRUE(rs.CancelQuery());  // nothing saved to give back: reported
+  EXPECT_EQ(capture.shown().size(), 1u);
+  EXPECT_EQ(rs.EditStatus(), E_Query);
+}
+
+TEST_F(QueryMode, CancelOutsideQueryModeDoesNothingAndClearEmptiesAll) {
+  log.Clear();
+  EXPECT_FALSE(rs.CancelQuery());
+  EXPECT_EQ(log.Joined(), "");
+  rs.NewQuery();
+  rs.Modify("Qty", ">=3");
+  log.Clear();
+  EXPECT_FALSE(rs.ClearQuery());
+  EXPECT_EQ(log.names.front(), "CancelQueryBefore");
+  EXPECT_EQ(rs.EditStatus(), E_Default);
+  for (const auto& field : rs) {
+    EXPECT_EQ(field->QueryValue, "");
+  }
+}
+
+class Refuse : public ClsRecordsetEvents {
+ public:
+  void UserUpdateRecord(Enum_EditRecord& Update_Succeed) override { Update_Succeed = E_Defeat; }
+};
+
+TEST_F(QueryMode, PendingEditThatCannotBeSavedKeepsQueryModeOut) {
+  Refuse refuse;
+  rs.Advise(&refuse);
+  rs.Modify("Name", "Zed");
+  EXPECT_FALSE(rs.NewQuery());
+  EXPECT_EQ(rs.EditStatus(), E_Modify);
+  EXPECT_EQ(rs.Item("Name")->QueryValue, "old");
+}
+
+}  // namespace
+}  // namespace varnel::testing

@@ -1,0 +1,236 @@
+// TableWriter against real SQLite files: what reaches the database after an
+// UpdateRecord, and what the user is told when it cannot.
+#include "varnel/table_writer.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "support/capture_ui.h"
+#include "support/temp_dir.h"
+#include "varnel/varnel.h"
+
+namespace varnel {
+namespace {
+
+using Rows = std::vector<std::vector<Variant>>;
+
+class TableWriterTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    other_ = Open();
+    other_->Execute(
+        "CREATE TABLE Items (Id INTEGER PRIMARY KEY, Name TEXT(20) NOT NULL, Qty INTEGER,"
+        " Made DATE, Note TEXT)");
+    other_->Execute(
+        "INSERT INTO Items (Name, Qty, Made, Note) VALUES"
+        " ('bolt', 10, '2024-01-05', NULL), ('nut', 20, '2024-02-01 08:30:00', 'x'),"
+        " ('washer', 30, NULL, 'y')");
+  }
+
+  std::shared_ptr<db::Connection> Open() {
+    auto cn = std::make_shared<db::Connection>();
+    cn->Open(dir_.SqliteConnection());
+    return cn;
+  }
+
+  // Loads Items into rs (ordered by Id) with every column written back.
+  void Load(const std::string& table = "Items") {
+    rs_.ConnectString = dir_.SqliteConnection();
+    rs_.TableName = table;
+    rs_.UserOpenMode = U_Auto;
+    rs_.OrderByField1 = "Id";
+    const std::pair<const char*, Enum_FieldType> columns[] = {{"Id", F_Numeral},
+                                                              {"Name", F_Text},
+                                                              {"Qty", F_Numeral},
+                                                              {"Made", F_Date},
+                                                              {"Note", F_Text}};
+    for (const auto& [name, type] : columns) {
+      auto field = rs_.Add(name);
+      field->FieldType = type;
+      field->IsData = field->SaveToDB = field->Edit = field->EnableNull = true;
+      field->Copy = std::string(name) != "Id";
+    }
+    auto twice = rs_.Add("Twice");  // computed, never written
+    twice->FieldType = F_Numeral;
+    twice->ComputeString = "Qty*2";
+    twice->IsData = false;
+    twice->Edit = twice->EnableNull = true;
+    ASSERT_FALSE(rs_.InitDataSource());
+    ASSERT_EQ(rs_.Rows(), 3);
+  }
+
+  Rows Query(const std::string& sql) {
+    db::Recordset recordset;
+    recordset.Open(sql, other_);
+    Rows rows;
+    while (!recordset.Eof()) {
+      std::vector<Variant> row;
+      for (int32_t i = 0; i < recordset.Fields().Count(); ++i) {
+        row.push_back(recordset.Fields().Item(i).Value());
+      }
+      rows.push_back(row);
+      recordset.MoveNext();
+    }
+    return rows;
+  }
+
+  // Everything shown to the user, for failure messages.
+  std::string Shown() const {
+    std::string text;
+    for (const testing::ShownMessage& m : capture_.shown()) {
+      text += "[" + m.caption + "] " + m.title + " " + m.text + "\n";
+    }
+    return text;
+  }
+
+  testing::TempDir dir_;
+  testing::CaptureScope capture_;
+  std::shared_ptr<db::Connection> other_;  // a second user of the same file
+  ClsRecordset rs_;
+};
+
+TEST_F(TableWriterTest, UpdateWritesOnlyTheChangedColumnsOfItsRow) {
+  Load();
+  TableWriter writer(rs_);
+  rs_.MoveNext();
+  ASSERT_FALSE(rs_.Modify("Qty", int32_t{25}));
+  EXPECT_EQ(rs_.UpdateRecord(), E_Succeed);
+  ASSERT_EQ(writer.LastStatements().size(), 1u);
+  EXPECT_EQ(writer.LastStatements()[0].rfind("UPDATE Items SET [Qty] = ? WHERE [Id] = ? AND", 0),
+            0u);
+  EXPECT_EQ(Query("SELECT Qty FROM Items ORDER BY Id"),
+            (Rows{{Variant(int32_t{10})}, {Variant(int32_t{25})}, {Variant(int32_t{30})}}));
+  EXPECT_TRUE(capture_.shown().empty()) << Shown();
+}
+
+TEST_F(TableWriterTest, InsertShowsTheKeyTheDatabaseGenerated) {
+  Load();
+  TableWriter writer(rs_);
+  ASSERT_FALSE(rs_.NewRecord());
+  rs_.Modify("Name", "spring");
+  rs_.Modify("Qty", int32_t{5});
+  EXPECT_EQ(rs_.UpdateRecord(), E_Succeed);
+  EXPECT_EQ(rs_.Item("Id")->GetValue(4), Variant(int32_t{4}));
+  EXPECT_EQ(Query("SELECT Name, Qty, Note FROM Items WHERE Id = 4"),
+            (Rows{{Variant("spring"), Variant(int32_t{5}), Variant::Null()}}));
+}
+
+TEST_F(TableWriterTest, CopyInsertsTheCopiedValuesUnderANewKey) {
+  Load();
+  TableWriter writer(rs_);
+  rs_.MoveNext();
+  ASSERT_FALSE(rs_.CopyRecord());
+  EXPECT_EQ(rs_.UpdateRecord(), E_Succeed);
+  EXPECT_EQ(rs_.Item("Id")->GetValue(4), Variant(int32_t{4}));
+  EXPECT_EQ(Query("SELECT Name, Qty, Note FROM Items WHERE Id = 4"),
+            (Rows{{Variant("nut"), Variant(int32_t{20}), Variant("x")}}));
+}
+
+TEST_F(TableWriterTest, DeleteRemovesTheRowItWasLoadedFrom) {
+  Load();
+  TableWriter writer(rs_);
+  ASSERT_FALSE(rs_.DeleteRecord());  // row 1: Made stored as a date without time
+  EXPECT_EQ(rs_.UpdateRecord(), E_Succeed);
+  EXPECT_EQ(Query("SELECT Id FROM Items ORDER BY Id"),
+            (Rows{{Variant(int32_t{2})}, {Variant(int32_t{3})}}));
+}
+
+class TableWriterConflictTest : public TableWriterTest,
+                                public ::testing::WithParamInterface<int32_t> {};
+
+TEST_P(TableWriterConflictTest, RowChangedBySomeoneElseIsReportedAndKeepsTheirValues) {
+  Load();
+  SetThreadUILanguage(GetParam());
+  TableWriter writer(rs_);
+  other_->Execute("UPDATE Items SET Qty = 99 WHERE Id = 1");
+  rs_.Modify("Name", "hex bolt");
+  EXPECT_EQ(rs_.UpdateRecord(), E_OtherErr);
+  EXPECT_EQ(Query("SELECT Name, Qty FROM Items WHERE Id = 1"),
+            (Rows{{Variant("bolt"), Variant(int32_t{99})}}));
+  ASSERT_EQ(capture_.shown().size(), 1u) << Shown();
+  EXPECT_EQ(capture_.shown()[0].text,
+            GetParam() == 1033
+                ? "The row was changed or deleted by someone else after it was read; nothing "
+                  "was saved."
+                : "该行在读取后已被他人修改或删除，未保存任何内容。");
+  EXPECT_EQ(capture_.shown()[0].title, LoadResString(106) + "3640");
+}
+
+INSTANTIATE_TEST_SUITE_P(BothLanguages, TableWriterConflictTest, ::testing::Values(1033, 2052));
+
+TEST_F(TableWriterTest, DeletingARowSomeoneElseDeletedIsReported) {
+  Load();
+  TableWriter writer(rs_);
+  other_->Execute("DELETE FROM Items WHERE Id = 1");
+  rs_.DeleteRecord();
+  EXPECT_EQ(rs_.UpdateRecord(), E_OtherErr);
+  EXPECT_EQ(capture_.shown().size(), 1u) << Shown();
+}
+
+TEST_F(TableWriterTest, FailingStatementIsReportedAndRolledBack) {
+  Load();
+  TableWriter writer(rs_);
+  ASSERT_FALSE(rs_.Modify("Name", Variant::Null()));  // the column is NOT NULL
+  EXPECT_EQ(rs_.UpdateRecord(), E_OtherErr);
+  ASSERT_EQ(capture_.shown().size(), 1u) << Shown();
+  EXPECT_NE(capture_.shown()[0].text.find("NOT NULL"), std::string::npos) << Shown();
+  // The transaction was ended: the next save goes through.
+  rs_.Modify("Qty", int32_t{12});
+  EXPECT_EQ(rs_.UpdateRecord(), E_Succeed) << Shown();
+  EXPECT_EQ(Query("SELECT Name, Qty FROM Items WHERE Id = 1"),
+            (Rows{{Variant("bolt"), Variant(int32_t{12})}}));
+}
+
+TEST_F(TableWriterTest, ModifiedRowThatIsThenDeletedIsDeletedByItsStoredValues) {
+  Load();
+  TableWriter writer(rs_);
+  rs_.Modify("Qty", int32_t{11});
+  rs_.DeleteRecord();
+  ASSERT_EQ(rs_.EditStatus(), E_ModifyDelete) << Shown();
+  EXPECT_EQ(rs_.UpdateRecord(), E_Succeed);
+  EXPECT_EQ(Query("SELECT COUNT(*) FROM Items WHERE Id = 1"), (Rows{{Variant(int32_t{0})}}));
+}
+
+TEST_F(TableWriterTest, UpdateThatMatchesTwoRowsOfATableWithoutKeyIsRolledBack) {
+  other_->Execute("CREATE TABLE Loose (Id INTEGER, Name TEXT, Qty INTEGER, Made DATE, Note TEXT)");
+  other_->Execute(
+      "INSERT INTO Loose VALUES (1, 'a', 1, NULL, NULL), (1, 'a', 1, NULL, NULL),"
+      " (2, 'b', 2, NULL, NULL)");
+  Load("Loose");
+  TableWriter writer(rs_);
+  EXPECT_TRUE(writer.KeyColumns().empty());
+  rs_.Modify("Qty", int32_t{7});
+  EXPECT_EQ(rs_.UpdateRecord(), E_OtherErr);
+  EXPECT_EQ(Query("SELECT SUM(Qty) FROM Loose"), (Rows{{Variant(int32_t{4})}}));
+  EXPECT_EQ(capture_.LastText(), "2 rows match the row to be saved; nothing was saved.");
+}
+
+TEST_F(TableWriterTest, KeyColumnsAreTheNamedOnesOrThePrimaryKey) {
+  Load();
+  EXPECT_EQ(TableWriter(rs_).KeyColumns(), std::vector<std::string>{"Id"});
+  EXPECT_EQ(TableWriter(rs_, {"Name"}).KeyColumns(), std::vector<std::string>{"Name"});
+  TableWriter unknown(rs_, {"Serial"});
+  rs_.Modify("Qty", int32_t{1});
+  EXPECT_EQ(rs_.UpdateRecord(), E_OtherErr);
+  EXPECT_EQ(capture_.LastText(), "The key column 'Serial' is not a field of the recordset.");
+}
+
+TEST_F(TableWriterTest, AnswerOfAnEarlierSinkIsRespected) {
+  struct Refuser : ClsRecordsetEvents {
+    void UserUpdateRecord(Enum_EditRecord& answer) override { answer = E_Defeat; }
+  } refuser;
+  Load();
+  const int32_t cookie = rs_.Advise(&refuser);
+  TableWriter writer(rs_);
+  rs_.Modify("Qty", int32_t{1});
+  EXPECT_EQ(rs_.UpdateRecord(), E_Defeat);
+  EXPECT_TRUE(writer.LastStatements().empty());
+  EXPECT_EQ(Query("SELECT Qty FROM Items WHERE Id = 1"), (Rows{{Variant(int32_t{10})}}));
+  rs_.Unadvise(cookie);
+}
+
+}  // namespace
+}  // namespace varnel
