@@ -151,8 +151,9 @@ TEST(FormatValue, ValuesOutsideTheInputRangeAreRefusedNamingTheBounds) {
   ExpectRefused(F_Numeral, one_to_ten, Variant("11"),
                 {{1033, "", "Please enter value 'Qty' >= 1 AND <= 10 ."},
                  {2052, "", "请输入 'Qty' >= 1 并且 <=10 的值。"}});
-  ExpectRefused(F_Numeral, [](Formatting& f) { f.field->InputMin = Variant(0.5); },
-                Variant(int32_t{0}), {{1033, "", "Please enter value 'Qty' >= 0.5 ."}});
+  ExpectRefused(
+      F_Numeral, [](Formatting& f) { f.field->InputMin = Variant(0.5); }, Variant(int32_t{0}),
+      {{1033, "", "Please enter value 'Qty' >= 0.5 ."}, {2052, "", "请输入 'Qty' >= 0.5 的值。"}});
   ExpectRefused(F_Currency, [](Formatting& f) { f.field->InputMax = Variant("$100"); },
                 Variant("100.01"), {{1033, "", "Please enter value 'Qty' <= 100 ."}});
   ExpectRefused(F_Numeral,
@@ -160,7 +161,9 @@ TEST(FormatValue, ValuesOutsideTheInputRangeAreRefusedNamingTheBounds) {
                   f.field->InputMin = Variant(int32_t{10});
                   f.field->InputMax = Variant(int32_t{1});
                 },
-                Variant("5"), {{1033, "", "Please enter value 'Qty' <= 1 OR >= 10 ."}});
+                Variant("5"),
+                {{1033, "", "Please enter value 'Qty' <= 1 OR >= 10 ."},
+                 {2052, "", "请输入 'Qty' <= 1 或 >=10 的值。"}});
   ExpectRefused(F_Date,
                 [](Formatting& f) {
                   f.field->DateType = D_YMD;
@@ -174,7 +177,8 @@ TEST(FormatValue, ValuesOutsideTheInputRangeAreRefusedNamingTheBounds) {
 
 TEST(FormatValue, AutoCodingFieldsRefuseChanges) {
   ExpectRefused(F_AutoCoding, kNoSetup, Variant(int32_t{5}),
-                {{1033, "", "You can not update the read only field."}});
+                {{1033, "", "You can not update the read only field."},
+                 {2052, "", "这个字段的值是只读的，不能更新。"}});
   Formatting f(F_AutoCoding);
   f.field->SetValue(Variant(int32_t{5}), 1);
   EXPECT_FALSE(f.Format(Variant(int32_t{5})));

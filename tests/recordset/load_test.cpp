@@ -67,7 +67,10 @@ TEST_F(DataSourceLoad, UserModeShowsTheQueryAndReusesTheOpenRecordset) {
   // A changed condition has no effect while the recordset stays open.
   Execute({"INSERT INTO Items (Id, Qty) VALUES (4, 40)"});
   rs.DefaultCondition = "Qty>100";
+  log.Clear();
   EXPECT_FALSE(rs.RefreshDataSource());
+  EXPECT_EQ(log.Joined(),
+            "DataSourceRefreshUser,SysDataSourceRefresh,DataSourceRefresh,RecordPointerChange");
   EXPECT_EQ(rs.Rows(), 3);
 }
 

@@ -82,6 +82,24 @@ TEST_F(SqlCompose, LaterPredicatesAreParenthesisedAfterTheFixedCondition) {
   EXPECT_TRUE(ui.shown().empty());
 }
 
+TEST_F(SqlCompose, QueryTextWithoutPredicateIsReportedAndStopsTheLoad) {
+  auto done = rs.Add("Done");
+  done->FieldType = F_Boolean;
+  done->DisplayName = "Finished";
+  done->QueryValue = "maybe";  // a Boolean criterion is 0 or 1
+  rs.SysCondition = "before";
+  std::string condition = "old";
+  EXPECT_TRUE(rs.GetCondition(condition));
+  EXPECT_EQ(condition, "old");
+  EXPECT_EQ(rs.SysCondition, "before");
+  ASSERT_EQ(ui.shown().size(), 1u);
+  EXPECT_EQ(ui.shown()[0].title, "Error:94");
+  EXPECT_EQ(ui.LastText(), "'Finished' can not be null.");
+  EXPECT_FALSE(rs.InitDataSource());
+  EXPECT_EQ(rs.Rows(), 0);
+  EXPECT_EQ(log.Joined(), "SysDataSourceInit,DataSourceInit,RecordPointerChange");
+}
+
 // The list is trimmed, so only a list ending in a bracketed name loads in the fifth form.
 TEST_F(SqlCompose, ListEndingInABracketLoadsFromTheFifthForm) {
   rs.FieldsName = "Id, Name, Qty, Price, [Made] ";
