@@ -62,7 +62,9 @@ void Variant::AssignString(std::string_view Text) {
   if (Text.size() <= kInlineChars) {
     bits_ = 0;
     std::memset(small_, 0, sizeof small_);
-    std::memcpy(reinterpret_cast<char*>(this), Text.data(), Text.size());
+    if (!Text.empty()) {  // an empty view may hold a null pointer
+      std::memcpy(reinterpret_cast<char*>(this), Text.data(), Text.size());
+    }
     small_size_ = static_cast<uint8_t>(Text.size());
     tag_ = Tag::SmallString;
     return;

@@ -130,7 +130,7 @@ bool InsertNewRow(RecordsetState& rs, const std::optional<FieldArgument>& argume
     return true;
   }
   InsertPlan plan{E_AddNew, std::nullopt, Variant()};
-  if (argument) {
+  if (argument && !argument->field_name.empty()) {  // an empty name passes no argument
     plan.argument_index = FieldIndex(rs, Variant(argument->field_name));
     plan.argument = argument->value;
   }

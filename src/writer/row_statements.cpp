@@ -32,7 +32,7 @@ std::string WhereClause(const WriteLayout& layout, const TableCatalog& catalog,
     if (value.IsBlank()) {
       where += quoted + " IS NULL";
     } else {
-      where += catalog.EqualsParameter(quoted, column.is_date);
+      where += catalog.EqualsParameter(quoted, column.date_type);
       params.push_back(value);
     }
   }

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "varnel/enums.h"
 #include "varnel/variant.h"
 #include "writer/table_catalog.h"
 
@@ -20,7 +21,9 @@ struct Statement {
 struct ColumnRef {
   size_t field = 0;  // index of the field in the recordset's collection
   std::string name;  // the column's name, as the field names it
-  bool is_date = false;
+  // A date field compares at the precision its DateType loads (a D_YMD field
+  // holds the day alone, whatever time the column holds).
+  std::optional<Enum_DateType> date_type;
 };
 
 // Where a recordset's rows go: the table, the columns written (fields with

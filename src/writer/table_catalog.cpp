@@ -32,6 +32,22 @@ std::string BareName(const std::string& table) {
   return table;
 }
 
+// The strftime pattern that keeps what a field of that DateType holds.
+std::string SqlitePrecision(Enum_DateType date_type) {
+  switch (date_type) {
+    case D_YMDHN:
+      return "%Y-%m-%d %H:%M";
+    case D_YMD:
+      return "%Y-%m-%d";
+    case D_HNS:
+      return "%H:%M:%S";
+    case D_HN:
+      return "%H:%M";
+    default:
+      return "%Y-%m-%d %H:%M:%S";
+  }
+}
+
 }  // namespace
 
 TableCatalog TableCatalog::For(const std::shared_ptr<db::Connection>& connection) {
@@ -60,9 +76,11 @@ std::vector<std::string> TableCatalog::PrimaryKey(const std::shared_ptr<db::Conn
   return columns;
 }
 
-std::string TableCatalog::EqualsParameter(const std::string& quoted_column, bool is_date) const {
-  if (is_date && sqlite_) {
-    return "julianday(" + quoted_column + ") = julianday(?)";
+std::string TableCatalog::EqualsParameter(const std::string& quoted_column,
+                                          std::optional<Enum_DateType> date_type) const {
+  if (date_type && sqlite_) {
+    const std::string pattern = SqlitePrecision(*date_type);
+    return "strftime('" + pattern + "', " + quoted_column + ") = strftime('" + pattern + "', ?)";
   }
   return quoted_column + " = ?";
 }

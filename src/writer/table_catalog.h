@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "varnel/db.h"
+#include "varnel/enums.h"
 #include "varnel/variant.h"
 
 namespace varnel::internal {
@@ -26,9 +27,12 @@ class TableCatalog {
                                       const std::string& table) const;
 
   // The predicate "column equals the next parameter" for a column already
-  // quoted. A date column is compared as a point in time, so that the text
-  // forms "2024-01-05" and "2024-01-05 00:00:00" match.
-  std::string EqualsParameter(const std::string& quoted_column, bool is_date) const;
+  // quoted. A date column is compared at the precision of the field's
+  // DateType (the day of a D_YMD field, the time of day of a D_HNS field, ...),
+  // as the load cut its values, so "2024-01-05 10:30" matches the D_YMD value
+  // 2024-01-05 and the text forms "2024-01-05" and "2024-01-05 00:00:00" match.
+  std::string EqualsParameter(const std::string& quoted_column,
+                              std::optional<Enum_DateType> date_type) const;
 
   // The values of key_columns (already quoted) in the row that the last INSERT
   // on this connection added to Table; nullopt when the database cannot tell.

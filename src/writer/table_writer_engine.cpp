@@ -11,6 +11,10 @@
 namespace varnel::internal {
 namespace {
 
+std::optional<Enum_DateType> DateTypeOf(const ClsFields& field) {
+  return field.FieldType == F_Date ? std::optional(field.DateType) : std::nullopt;
+}
+
 bool SameName(const std::string& a, const std::string& b) {
   return strcasecmp(a.c_str(), b.c_str()) == 0;
 }
@@ -108,7 +112,7 @@ WriteLayout TableWriterEngine::LayoutOf(const std::string& table,
   for (size_t i = 0; i < rs.fields.size(); ++i) {
     const ClsFields& field = *rs.fields[i];
     if (field.IsData && field.SaveToDB) {
-      layout.written.push_back({i, field.Name, field.FieldType == F_Date});
+      layout.written.push_back({i, field.Name, DateTypeOf(field)});
     }
   }
   for (const std::string& key : keys) {
@@ -119,7 +123,7 @@ WriteLayout TableWriterEngine::LayoutOf(const std::string& table,
     if (i == rs.fields.size()) {
       throw VbError(kItemNotFoundError, WriterMessage(WriterText::KeyNotField, key));
     }
-    layout.keys.push_back({i, rs.fields[i]->Name, rs.fields[i]->FieldType == F_Date});
+    layout.keys.push_back({i, rs.fields[i]->Name, DateTypeOf(*rs.fields[i])});
   }
   return layout;
 }

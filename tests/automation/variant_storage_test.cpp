@@ -66,6 +66,13 @@ TEST(VariantStorage, TextOfEveryLengthRoundTrips) {
   }
 }
 
+TEST(VariantStorage, AnEmptyViewWithoutCharactersIsEmptyText) {
+  // Regression: a default string_view has a null data pointer.
+  Variant value{std::string_view()};
+  EXPECT_TRUE(value.IsString());
+  EXPECT_EQ(value.StringView(), "");
+}
+
 TEST(VariantStorage, TextKeepsEmbeddedZerosAndUtf8) {
   std::string text("a\0b", 3);
   EXPECT_EQ(Variant(text).StringView(), text);

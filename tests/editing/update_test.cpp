@@ -42,6 +42,12 @@ const SaveCase kSaveCases[] = {
        r.DeleteRecord();
      },
      "UpdateRecordBefore,EditStatusChange,RecordPointerChange2", ""},
+    {"copy-delete",
+     [](ClsRecordset& r) {
+       r.CopyRecord();
+       r.DeleteRecord();
+     },
+     "UpdateRecordBefore,EditStatusChange,RecordPointerChange2", ""},
 };
 
 TEST_F(RecordUpdate, CommitTable) {

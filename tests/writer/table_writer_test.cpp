@@ -106,6 +106,19 @@ TEST_F(TableWriterTest, UpdateWritesOnlyTheChangedColumnsOfItsRow) {
   EXPECT_TRUE(capture_.shown().empty()) << Shown();
 }
 
+TEST_F(TableWriterTest, DayFieldFindsItsRowWhateverTimeTheColumnHolds) {
+  // Regression: row 2 holds 08:30 on its day; a D_YMD field loads the day alone.
+  Load();
+  rs_.Item("Made")->DateType = D_YMD;
+  ASSERT_FALSE(rs_.RefreshDataSource());
+  TableWriter writer(rs_);
+  rs_.MoveNext();
+  ASSERT_FALSE(rs_.Modify("Qty", int32_t{21}));
+  EXPECT_EQ(rs_.UpdateRecord(), E_Succeed) << Shown();
+  EXPECT_EQ(Query("SELECT Qty, Made FROM Items WHERE Id = 2"),
+            (Rows{{Variant(int32_t{21}), Variant(CDate(Variant("2024-02-01 08:30:00")))}}));
+}
+
 TEST_F(TableWriterTest, InsertShowsTheKeyTheDatabaseGenerated) {
   Load();
   TableWriter writer(rs_);
