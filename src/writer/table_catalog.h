@@ -1,6 +1,8 @@
 // What the writer asks of a database beyond plain statements: the table's
 // primary key, how to compare a date column, and the key of the row an INSERT
-// just added. The one place that holds provider-specific SQL for writing.
+// just added. The one place that holds provider-specific SQL for writing
+// (SQLite's and PostgreSQL's catalogs; on PostgreSQL a generated key is read
+// back when it is one column filled from a sequence: serial or identity).
 #pragma once
 
 #include <memory>
@@ -42,7 +44,8 @@ class TableCatalog {
       const std::vector<std::string>& key_columns) const;
 
  private:
-  bool sqlite_ = false;
+  enum class Kind { kPlain, kSqlite, kPostgres };
+  Kind kind_ = Kind::kPlain;
 };
 
 // "[" name "]": how the library writes a column name in SQL.

@@ -1,15 +1,16 @@
-// TableWriter against real SQLite files: what reaches the database after an
-// UpdateRecord, and what the user is told when it cannot.
+// TableWriter against real databases, on every provider: what reaches the
+// database after an UpdateRecord, and what the user is told when it cannot.
 #include "varnel/table_writer.h"
 
 #include <gtest/gtest.h>
 
 #include <memory>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "support/capture_ui.h"
-#include "support/temp_dir.h"
+#include "support/test_database.h"
 #include "varnel/varnel.h"
 
 namespace varnel {
@@ -17,31 +18,38 @@ namespace {
 
 using Rows = std::vector<std::vector<Variant>>;
 
-class TableWriterTest : public ::testing::Test {
+using testing::TestProvider;
+
+class TableWriterBase : public ::testing::Test {
  protected:
+  explicit TableWriterBase(TestProvider provider) : db_(provider) {}
+
   void SetUp() override {
     other_ = Open();
+    // A key the database fills in: SQLite's rowid, PostgreSQL's sequence.
+    const char* key =
+        db_.provider() == TestProvider::kSqlite ? "INTEGER PRIMARY KEY" : "SERIAL PRIMARY KEY";
+    other_->Execute(std::string("CREATE TABLE Items (\"Id\" ") + key +
+                    ", \"Name\" VARCHAR(20) NOT NULL, \"Qty\" INTEGER, \"Made\" TIMESTAMP,"
+                    " \"Note\" TEXT)");
     other_->Execute(
-        "CREATE TABLE Items (Id INTEGER PRIMARY KEY, Name TEXT(20) NOT NULL, Qty INTEGER,"
-        " Made DATE, Note TEXT)");
-    other_->Execute(
-        "INSERT INTO Items (Name, Qty, Made, Note) VALUES"
+        "INSERT INTO Items ([Name], [Qty], [Made], [Note]) VALUES"
         " ('bolt', 10, '2024-01-05', NULL), ('nut', 20, '2024-02-01 08:30:00', 'x'),"
         " ('washer', 30, NULL, 'y')");
   }
 
   std::shared_ptr<db::Connection> Open() {
     auto cn = std::make_shared<db::Connection>();
-    cn->Open(dir_.SqliteConnection());
+    cn->Open(db_.ConnectionString());
     return cn;
   }
 
   // Loads Items into rs (ordered by Id) with every column written back.
   void Load(const std::string& table = "Items") {
-    rs_.ConnectString = dir_.SqliteConnection();
+    rs_.ConnectString = db_.ConnectionString();
     rs_.TableName = table;
     rs_.UserOpenMode = U_Auto;
-    rs_.OrderByField1 = "Id";
+    rs_.OrderByField1 = "[Id]";
     const std::pair<const char*, Enum_FieldType> columns[] = {{"Id", F_Numeral},
                                                               {"Name", F_Text},
                                                               {"Qty", F_Numeral},
@@ -86,13 +94,18 @@ class TableWriterTest : public ::testing::Test {
     return text;
   }
 
-  testing::TempDir dir_;
+  testing::TestDatabase db_;
   testing::CaptureScope capture_;
   std::shared_ptr<db::Connection> other_;  // a second user of the same file
   ClsRecordset rs_;
 };
 
-TEST_F(TableWriterTest, UpdateWritesOnlyTheChangedColumnsOfItsRow) {
+class TableWriterTest : public TableWriterBase, public ::testing::WithParamInterface<TestProvider> {
+ protected:
+  TableWriterTest() : TableWriterBase(GetParam()) {}
+};
+
+TEST_P(TableWriterTest, UpdateWritesOnlyTheChangedColumnsOfItsRow) {
   Load();
   TableWriter writer(rs_);
   rs_.MoveNext();
@@ -101,12 +114,12 @@ TEST_F(TableWriterTest, UpdateWritesOnlyTheChangedColumnsOfItsRow) {
   ASSERT_EQ(writer.LastStatements().size(), 1u);
   EXPECT_EQ(writer.LastStatements()[0].rfind("UPDATE Items SET [Qty] = ? WHERE [Id] = ? AND", 0),
             0u);
-  EXPECT_EQ(Query("SELECT Qty FROM Items ORDER BY Id"),
+  EXPECT_EQ(Query("SELECT [Qty] FROM Items ORDER BY [Id]"),
             (Rows{{Variant(int32_t{10})}, {Variant(int32_t{25})}, {Variant(int32_t{30})}}));
   EXPECT_TRUE(capture_.shown().empty()) << Shown();
 }
 
-TEST_F(TableWriterTest, DayFieldFindsItsRowWhateverTimeTheColumnHolds) {
+TEST_P(TableWriterTest, DayFieldFindsItsRowWhateverTimeTheColumnHolds) {
   // Regression: row 2 holds 08:30 on its day; a D_YMD field loads the day alone.
   Load();
   rs_.Item("Made")->DateType = D_YMD;
@@ -115,11 +128,11 @@ TEST_F(TableWriterTest, DayFieldFindsItsRowWhateverTimeTheColumnHolds) {
   rs_.MoveNext();
   ASSERT_FALSE(rs_.Modify("Qty", int32_t{21}));
   EXPECT_EQ(rs_.UpdateRecord(), E_Succeed) << Shown();
-  EXPECT_EQ(Query("SELECT Qty, Made FROM Items WHERE Id = 2"),
+  EXPECT_EQ(Query("SELECT [Qty], [Made] FROM Items WHERE [Id] = 2"),
             (Rows{{Variant(int32_t{21}), Variant(CDate(Variant("2024-02-01 08:30:00")))}}));
 }
 
-TEST_F(TableWriterTest, InsertShowsTheKeyTheDatabaseGenerated) {
+TEST_P(TableWriterTest, InsertShowsTheKeyTheDatabaseGenerated) {
   Load();
   TableWriter writer(rs_);
   ASSERT_FALSE(rs_.NewRecord());
@@ -127,88 +140,102 @@ TEST_F(TableWriterTest, InsertShowsTheKeyTheDatabaseGenerated) {
   rs_.Modify("Qty", int32_t{5});
   EXPECT_EQ(rs_.UpdateRecord(), E_Succeed);
   EXPECT_EQ(rs_.Item("Id")->GetValue(4), Variant(int32_t{4}));
-  EXPECT_EQ(Query("SELECT Name, Qty, Note FROM Items WHERE Id = 4"),
+  EXPECT_EQ(Query("SELECT [Name], [Qty], [Note] FROM Items WHERE [Id] = 4"),
             (Rows{{Variant("spring"), Variant(int32_t{5}), Variant::Null()}}));
 }
 
-TEST_F(TableWriterTest, CopyInsertsTheCopiedValuesUnderANewKey) {
+TEST_P(TableWriterTest, CopyInsertsTheCopiedValuesUnderANewKey) {
   Load();
   TableWriter writer(rs_);
   rs_.MoveNext();
   ASSERT_FALSE(rs_.CopyRecord());
   EXPECT_EQ(rs_.UpdateRecord(), E_Succeed);
   EXPECT_EQ(rs_.Item("Id")->GetValue(4), Variant(int32_t{4}));
-  EXPECT_EQ(Query("SELECT Name, Qty, Note FROM Items WHERE Id = 4"),
+  EXPECT_EQ(Query("SELECT [Name], [Qty], [Note] FROM Items WHERE [Id] = 4"),
             (Rows{{Variant("nut"), Variant(int32_t{20}), Variant("x")}}));
 }
 
-TEST_F(TableWriterTest, DeleteRemovesTheRowItWasLoadedFrom) {
+TEST_P(TableWriterTest, DeleteRemovesTheRowItWasLoadedFrom) {
   Load();
   TableWriter writer(rs_);
   ASSERT_FALSE(rs_.DeleteRecord());  // row 1: Made stored as a date without time
   EXPECT_EQ(rs_.UpdateRecord(), E_Succeed);
-  EXPECT_EQ(Query("SELECT Id FROM Items ORDER BY Id"),
+  EXPECT_EQ(Query("SELECT [Id] FROM Items ORDER BY [Id]"),
             (Rows{{Variant(int32_t{2})}, {Variant(int32_t{3})}}));
 }
 
-class TableWriterConflictTest : public TableWriterTest,
-                                public ::testing::WithParamInterface<int32_t> {};
+// On every provider, in both languages.
+class TableWriterConflictTest
+    : public TableWriterBase,
+      public ::testing::WithParamInterface<std::tuple<TestProvider, int32_t>> {
+ protected:
+  TableWriterConflictTest() : TableWriterBase(std::get<0>(GetParam())) {}
+  static int32_t Language() { return std::get<1>(GetParam()); }
+};
 
 TEST_P(TableWriterConflictTest, RowChangedBySomeoneElseIsReportedAndKeepsTheirValues) {
   Load();
-  SetThreadUILanguage(GetParam());
+  SetThreadUILanguage(Language());
   TableWriter writer(rs_);
-  other_->Execute("UPDATE Items SET Qty = 99 WHERE Id = 1");
+  other_->Execute("UPDATE Items SET [Qty] = 99 WHERE [Id] = 1");
   rs_.Modify("Name", "hex bolt");
   EXPECT_EQ(rs_.UpdateRecord(), E_OtherErr);
-  EXPECT_EQ(Query("SELECT Name, Qty FROM Items WHERE Id = 1"),
+  EXPECT_EQ(Query("SELECT [Name], [Qty] FROM Items WHERE [Id] = 1"),
             (Rows{{Variant("bolt"), Variant(int32_t{99})}}));
   ASSERT_EQ(capture_.shown().size(), 1u) << Shown();
   EXPECT_EQ(capture_.shown()[0].text,
-            GetParam() == 1033
+            Language() == 1033
                 ? "The row was changed or deleted by someone else after it was read; nothing "
                   "was saved."
                 : "该行在读取后已被他人修改或删除，未保存任何内容。");
   EXPECT_EQ(capture_.shown()[0].title, LoadResString(106) + "3640");
 }
 
-INSTANTIATE_TEST_SUITE_P(BothLanguages, TableWriterConflictTest, ::testing::Values(1033, 2052));
+INSTANTIATE_TEST_SUITE_P(BothLanguages, TableWriterConflictTest,
+                         ::testing::Combine(::testing::ValuesIn(testing::AllTestProviders()),
+                                            ::testing::Values(1033, 2052)));
 
-TEST_F(TableWriterTest, DeletingARowSomeoneElseDeletedIsReported) {
+TEST_P(TableWriterTest, DeletingARowSomeoneElseDeletedIsReported) {
   Load();
   TableWriter writer(rs_);
-  other_->Execute("DELETE FROM Items WHERE Id = 1");
+  other_->Execute("DELETE FROM Items WHERE [Id] = 1");
   rs_.DeleteRecord();
   EXPECT_EQ(rs_.UpdateRecord(), E_OtherErr);
   EXPECT_EQ(capture_.shown().size(), 1u) << Shown();
 }
 
-TEST_F(TableWriterTest, FailingStatementIsReportedAndRolledBack) {
+TEST_P(TableWriterTest, FailingStatementIsReportedAndRolledBack) {
   Load();
   TableWriter writer(rs_);
   ASSERT_FALSE(rs_.Modify("Name", Variant::Null()));  // the column is NOT NULL
   EXPECT_EQ(rs_.UpdateRecord(), E_OtherErr);
   ASSERT_EQ(capture_.shown().size(), 1u) << Shown();
-  EXPECT_NE(capture_.shown()[0].text.find("NOT NULL"), std::string::npos) << Shown();
+  EXPECT_NE(capture_.shown()[0].text.find(db_.provider() == TestProvider::kSqlite
+                                              ? "NOT NULL"
+                                              : "violates not-null constraint"),
+            std::string::npos)
+      << Shown();
   // The transaction was ended: the next save goes through.
   rs_.Modify("Qty", int32_t{12});
   EXPECT_EQ(rs_.UpdateRecord(), E_Succeed) << Shown();
-  EXPECT_EQ(Query("SELECT Name, Qty FROM Items WHERE Id = 1"),
+  EXPECT_EQ(Query("SELECT [Name], [Qty] FROM Items WHERE [Id] = 1"),
             (Rows{{Variant("bolt"), Variant(int32_t{12})}}));
 }
 
-TEST_F(TableWriterTest, ModifiedRowThatIsThenDeletedIsDeletedByItsStoredValues) {
+TEST_P(TableWriterTest, ModifiedRowThatIsThenDeletedIsDeletedByItsStoredValues) {
   Load();
   TableWriter writer(rs_);
   rs_.Modify("Qty", int32_t{11});
   rs_.DeleteRecord();
   ASSERT_EQ(rs_.EditStatus(), E_ModifyDelete) << Shown();
   EXPECT_EQ(rs_.UpdateRecord(), E_Succeed);
-  EXPECT_EQ(Query("SELECT COUNT(*) FROM Items WHERE Id = 1"), (Rows{{Variant(int32_t{0})}}));
+  EXPECT_EQ(Query("SELECT COUNT(*) FROM Items WHERE [Id] = 1"), (Rows{{Variant(int32_t{0})}}));
 }
 
-TEST_F(TableWriterTest, UpdateThatMatchesTwoRowsOfATableWithoutKeyIsRolledBack) {
-  other_->Execute("CREATE TABLE Loose (Id INTEGER, Name TEXT, Qty INTEGER, Made DATE, Note TEXT)");
+TEST_P(TableWriterTest, UpdateThatMatchesTwoRowsOfATableWithoutKeyIsRolledBack) {
+  other_->Execute(
+      "CREATE TABLE Loose (\"Id\" INTEGER, \"Name\" TEXT, \"Qty\" INTEGER, \"Made\" DATE, "
+      "\"Note\" TEXT)");
   other_->Execute(
       "INSERT INTO Loose VALUES (1, 'a', 1, NULL, NULL), (1, 'a', 1, NULL, NULL),"
       " (2, 'b', 2, NULL, NULL)");
@@ -217,11 +244,11 @@ TEST_F(TableWriterTest, UpdateThatMatchesTwoRowsOfATableWithoutKeyIsRolledBack) 
   EXPECT_TRUE(writer.KeyColumns().empty());
   rs_.Modify("Qty", int32_t{7});
   EXPECT_EQ(rs_.UpdateRecord(), E_OtherErr);
-  EXPECT_EQ(Query("SELECT SUM(Qty) FROM Loose"), (Rows{{Variant(int32_t{4})}}));
+  EXPECT_EQ(Query("SELECT SUM([Qty]) FROM Loose"), (Rows{{Variant(int32_t{4})}}));
   EXPECT_EQ(capture_.LastText(), "2 rows match the row to be saved; nothing was saved.");
 }
 
-TEST_F(TableWriterTest, KeyColumnsAreTheNamedOnesOrThePrimaryKey) {
+TEST_P(TableWriterTest, KeyColumnsAreTheNamedOnesOrThePrimaryKey) {
   Load();
   EXPECT_EQ(TableWriter(rs_).KeyColumns(), std::vector<std::string>{"Id"});
   EXPECT_EQ(TableWriter(rs_, {"Name"}).KeyColumns(), std::vector<std::string>{"Name"});
@@ -231,7 +258,7 @@ TEST_F(TableWriterTest, KeyColumnsAreTheNamedOnesOrThePrimaryKey) {
   EXPECT_EQ(capture_.LastText(), "The key column 'Serial' is not a field of the recordset.");
 }
 
-TEST_F(TableWriterTest, AnswerOfAnEarlierSinkIsRespected) {
+TEST_P(TableWriterTest, AnswerOfAnEarlierSinkIsRespected) {
   struct Refuser : ClsRecordsetEvents {
     void UserUpdateRecord(Enum_EditRecord& answer) override { answer = E_Defeat; }
   } refuser;
@@ -241,9 +268,11 @@ TEST_F(TableWriterTest, AnswerOfAnEarlierSinkIsRespected) {
   rs_.Modify("Qty", int32_t{1});
   EXPECT_EQ(rs_.UpdateRecord(), E_Defeat);
   EXPECT_TRUE(writer.LastStatements().empty());
-  EXPECT_EQ(Query("SELECT Qty FROM Items WHERE Id = 1"), (Rows{{Variant(int32_t{10})}}));
+  EXPECT_EQ(Query("SELECT [Qty] FROM Items WHERE [Id] = 1"), (Rows{{Variant(int32_t{10})}}));
   rs_.Unadvise(cookie);
 }
+
+VARNEL_ON_EVERY_PROVIDER(TableWriterTest);
 
 }  // namespace
 }  // namespace varnel
