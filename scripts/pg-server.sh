@@ -1,10 +1,13 @@
 #!/usr/bin/env bash
-# pg-server.sh start DIR | stop DIR
+# pg-server.sh start DIR | stop DIR | kill DIR | restart DIR
 # A throwaway PostgreSQL server for the tests: a fresh cluster in DIR, on a
 # free loopback port, run by an unprivileged user (the server refuses root;
 # DIR's parent must be reachable by that user).
 # `start` prints the connection string to use; `stop` shuts it down and
-# removes DIR. Fails with the reason when the server cannot be started.
+# removes DIR. `kill` stops the server at once, as a crash would, keeping its
+# data; `restart` starts it again on the same port (a committed transaction
+# survives a kill: commits wait for their log to be written).
+# Fails with the reason when the server cannot be started.
 set -euo pipefail
 action=${1:?start or stop}
 dir=${2:?directory}
@@ -28,6 +31,14 @@ free_port() {
   python3 -c 'import socket; s=socket.socket(); s.bind(("127.0.0.1",0)); print(s.getsockname()[1]); s.close()'
 }
 
+run_server() {
+  local bin=$1 dir=$2 port=$3
+  as_owner "$bin/pg_ctl" -D "$dir/data" -l "$dir/server.log" -w -t 30 \
+    -o "-c listen_addresses=127.0.0.1 -p $port -k $dir -c fsync=off -c full_page_writes=off" \
+    start >/dev/null \
+    || { echo "pg-server: the server did not start:" >&2; cat "$dir/server.log" >&2; exit 1; }
+}
+
 case "$action" in
   start)
     bin=$(pg_bin)
@@ -37,10 +48,7 @@ case "$action" in
     as_owner "$bin/initdb" -D "$dir/data" -A trust -U varnel --no-sync -E UTF8 --locale=C.UTF-8 >"$dir/initdb.log" 2>&1 \
       || { echo "pg-server: initdb failed:" >&2; cat "$dir/initdb.log" >&2; exit 1; }
     port=$(free_port)
-    as_owner "$bin/pg_ctl" -D "$dir/data" -l "$dir/server.log" -w -t 30 \
-      -o "-c listen_addresses=127.0.0.1 -p $port -k $dir -c fsync=off -c synchronous_commit=off -c full_page_writes=off" \
-      start >/dev/null \
-      || { echo "pg-server: the server did not start:" >&2; cat "$dir/server.log" >&2; exit 1; }
+    run_server "$bin" "$dir" "$port"
     as_owner "$bin/createdb" -h 127.0.0.1 -p "$port" -U varnel varnel_test \
       || { echo "pg-server: createdb failed" >&2; exit 1; }
     echo "$port" >"$dir/port"
@@ -53,8 +61,16 @@ case "$action" in
     fi
     rm -rf "$dir"
     ;;
+  kill)
+    bin=$(pg_bin)
+    as_owner "$bin/pg_ctl" -D "$dir/data" -m immediate -w stop >/dev/null
+    ;;
+  restart)
+    bin=$(pg_bin)
+    run_server "$bin" "$dir" "$(cat "$dir/port")"
+    ;;
   *)
-    echo "usage: pg-server.sh start|stop DIR" >&2
+    echo "usage: pg-server.sh start|stop|kill|restart DIR" >&2
     exit 2
     ;;
 esac

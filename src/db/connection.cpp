@@ -44,7 +44,8 @@ void Connection::Close() {
 int32_t Connection::State() const { return driver_ != nullptr ? 1 : 0; }
 
 int32_t Connection::Execute(const std::string& Sql, const std::vector<Variant>& Params) {
-  const int64_t affected = Driver().Execute(Sql, Params);
+  internal::Driver& driver = Driver();
+  const int64_t affected = driver.Execute(driver.DatabaseSql(Sql), Params);
   return affected > std::numeric_limits<int32_t>::max() ? std::numeric_limits<int32_t>::max()
                                                         : static_cast<int32_t>(affected);
 }

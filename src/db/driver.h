@@ -63,6 +63,18 @@ class Driver {
 
   // What SQL composed by the library must respect on this database.
   virtual Dialect GetDialect() const = 0;
+
+  // The translation of the library's SQL for this database; nullptr when the
+  // database reads it as it is.
+  virtual SqlTranslator* Translator() { return nullptr; }
+
+  // The text to send for Sql as the library and its clients write it: the one
+  // place where a database's translation is applied. Connection::Execute and
+  // Recordset::Open send through it.
+  std::string DatabaseSql(std::string_view sql) {
+    SqlTranslator* translator = Translator();
+    return translator != nullptr ? translator->ToDatabaseSql(sql) : std::string(sql);
+  }
 };
 
 }  // namespace varnel::db::internal

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "db/db_errors.h"
+#include "db/postgres/pg_driver.h"
 #include "db/sqlite/sqlite_driver.h"
 
 namespace varnel::db::internal {
@@ -13,6 +14,7 @@ namespace {
 // Every provider the library can open. A new database adds one row.
 constexpr Provider kProviders[] = {
     {"SQLite", &OpenSqliteDriver, &SqliteDialect},
+    {"PostgreSQL", &OpenPostgresDriver, &PostgresDialect},
 };
 
 }  // namespace

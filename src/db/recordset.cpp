@@ -53,7 +53,8 @@ void Recordset::Open(const std::string& Source, std::shared_ptr<Connection> Acti
     this->LockType = LockType;
   }
   auto data = std::make_unique<internal::RecordsetData>();
-  data->statement = ActiveConnection->Driver().Prepare(QueryText(Source));
+  internal::Driver& driver = ActiveConnection->Driver();
+  data->statement = driver.Prepare(driver.DatabaseSql(QueryText(Source)));
   data->connection = std::move(ActiveConnection);
   d_ = std::move(data);
 }

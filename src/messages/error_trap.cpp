@@ -20,23 +20,27 @@ std::string InvalidCallDescription() {
 
 }  // namespace
 
+CaughtError DescribeCurrentException() {
+  CaughtError caught;
+  try {
+    throw;
+  } catch (const VbError& e) {
+    caught.number = e.Number();
+    caught.description = e.Description();
+  } catch (const std::exception& e) {
+    caught.description = e.what();
+  } catch (...) {
+    caught.description = InvalidCallDescription();
+  }
+  return caught;
+}
+
 void ReportCurrentException(bool& sys_err_state) {
   if (!std::current_exception()) {
     return;  // not inside a catch: nothing to report
   }
-  int32_t number = 5;
-  std::string description;
-  try {
-    throw;
-  } catch (const VbError& e) {
-    number = e.Number();
-    description = e.Description();
-  } catch (const std::exception& e) {
-    description = e.what();
-  } catch (...) {
-    description = InvalidCallDescription();
-  }
-  MdlProcess::ShowErr(LoadResString(101), number, description, sys_err_state);
+  const CaughtError caught = DescribeCurrentException();
+  MdlProcess::ShowErr(LoadResString(101), caught.number, caught.description, sys_err_state);
 }
 
 }  // namespace varnel::internal

@@ -3,10 +3,21 @@
 // an error report titled "Error" and the operation's failure result.
 #pragma once
 
+#include <cstdint>
 #include <exception>
+#include <string>
 #include <utility>
 
 namespace varnel::internal {
+
+// The run-time error number and description of the exception in flight (call
+// only inside a catch block): a VbError's own, else 5 with what() or the
+// platform's description of 5.
+struct CaughtError {
+  int32_t number = 5;
+  std::string description;
+};
+CaughtError DescribeCurrentException();
 
 // Shows the error of the exception in flight (call only inside a catch block).
 void ReportCurrentException(bool& sys_err_state);

@@ -7,6 +7,7 @@
 #include <string>
 #include <utility>
 
+#include "messages/error_trap.h"
 #include "varnel/messages.h"
 #include "varnel/variant.h"
 
@@ -15,20 +16,10 @@ namespace varnel::internal {
 // Shows the exception in flight in a message box titled procedure (call only
 // inside a catch block).
 inline void ReportInBox(const char* procedure) {
-  int32_t number = 5;
-  std::string description;
-  try {
-    throw;
-  } catch (const VbError& e) {
-    number = e.Number();
-    description = e.Description();
-  } catch (const std::exception& e) {
-    description = e.what();
-  } catch (...) {
-  }
+  const CaughtError caught = DescribeCurrentException();
   bool showing = false;
   int16_t buttons = 0;
-  MdlProcess::ShowErrBox(procedure, number, description, buttons, showing);
+  MdlProcess::ShowErrBox(procedure, caught.number, caught.description, buttons, showing);
 }
 
 template <class Result, class Body>

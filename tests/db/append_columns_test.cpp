@@ -15,13 +15,13 @@ class AppendColumns : public DbTest {
  protected:
   void SetUp() override {
     cn()->Execute(
-        "CREATE TABLE T (Id INTEGER, Name VARCHAR(8), Made DATE);"
-        "INSERT INTO T VALUES (1, 'a', '2003-05-06'), (2, NULL, NULL), (3, 'ccc', 'soon')");
+        "CREATE TABLE T (\"Id\" INTEGER, \"Name\" VARCHAR(8), \"Made\" DATE);"
+        "INSERT INTO T VALUES (1, 'a', '2003-05-06'), (2, NULL, NULL), (3, 'ccc', '2004-01-01')");
   }
 };
 
-TEST_F(AppendColumns, ColumnsAreDescribedWithoutReadingRows) {
-  auto rs = Query("SELECT Made, Name FROM T");
+TEST_P(AppendColumns, ColumnsAreDescribedWithoutReadingRows) {
+  auto rs = Query("SELECT [Made], [Name] FROM T");
   const auto& columns = RecordsetAccess::Columns(*rs);
   ASSERT_EQ(columns.size(), 2u);
   EXPECT_EQ(columns[0].name, "Made");
@@ -29,18 +29,18 @@ TEST_F(AppendColumns, ColumnsAreDescribedWithoutReadingRows) {
   EXPECT_EQ(columns[1].defined_size, 8);
 }
 
-TEST_F(AppendColumns, AppendsTheChosenColumnsOfEveryRowAfterWhatIsThere) {
+TEST_P(AppendColumns, AppendsTheChosenColumnsOfEveryRowAfterWhatIsThere) {
   auto rs = Query("T");
   std::vector<Variant> made{Variant("kept")};
   std::vector<Variant> id;
   EXPECT_EQ(RecordsetAccess::AppendColumns(*rs, {2, 0}, {&made, &id}), 3);
   EXPECT_EQ(made, (std::vector<Variant>{Variant("kept"), Variant(Date{37747}), Variant::Null(),
-                                        Variant("soon")}));
+                                        Variant(Date{37987})}));
   EXPECT_EQ(id,
             (std::vector<Variant>{Variant(int32_t{1}), Variant(int32_t{2}), Variant(int32_t{3})}));
 }
 
-TEST_F(AppendColumns, ARecordsetThatReadItsRowsGivesThatSnapshotWhateverItsFilter) {
+TEST_P(AppendColumns, ARecordsetThatReadItsRowsGivesThatSnapshotWhateverItsFilter) {
   auto rs = Query("T");
   rs->Filter("Id = 2");
   cn()->Execute("INSERT INTO T VALUES (4, 'd', NULL)");
@@ -53,7 +53,7 @@ TEST_F(AppendColumns, ARecordsetThatReadItsRowsGivesThatSnapshotWhateverItsFilte
   EXPECT_EQ(RecordsetAccess::AppendColumns(*Query("T"), {1}, {&fresh}), 4);
 }
 
-TEST_F(AppendColumns, BadArgumentsAndClosedRecordsetsAreErrors) {
+TEST_P(AppendColumns, BadArgumentsAndClosedRecordsetsAreErrors) {
   auto rs = Query("T");
   std::vector<Variant> out;
   EXPECT_EQ(ErrorOf([&] { RecordsetAccess::AppendColumns(*rs, {3}, {&out}); }).Number(), 3265);
@@ -86,21 +86,23 @@ class FailingStatement : public db::internal::Statement {
   mutable int rows_ = 0;
 };
 
-TEST_F(AppendColumns, AReadThatFailsHalfWayLeavesNoLockBehind) {
-  FailingStatement statement(cn()->Driver().Prepare("SELECT Id FROM T"), 2);
+TEST_P(AppendColumns, AReadThatFailsHalfWayLeavesNoLockBehind) {
+  FailingStatement statement(cn()->Driver().Prepare("SELECT \"Id\" FROM T"), 2);
   std::vector<Variant> out;
   EXPECT_EQ(ErrorOf([&] { db::internal::ReadAllRows(statement, {0}, {&out}); }).Description(),
             "injected failure");
   EXPECT_EQ(Connect()->Execute("DELETE FROM T"), 3) << "another connection can still write";
 }
 
-TEST_F(AppendColumns, ReleasesTheDatabaseAfterReading) {
+TEST_P(AppendColumns, ReleasesTheDatabaseAfterReading) {
   auto rs = Query("T");
   std::vector<Variant> out;
   RecordsetAccess::AppendColumns(*rs, {0}, {&out});
   auto writer = Connect();
   EXPECT_EQ(writer->Execute("DELETE FROM T"), 3) << "no read lock is left behind";
 }
+
+VARNEL_ON_EVERY_PROVIDER(AppendColumns);
 
 }  // namespace
 }  // namespace varnel::testing

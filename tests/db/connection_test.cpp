@@ -33,6 +33,7 @@ TEST(ConnectionString, MalformedPartsAreReported) {
 
 TEST(ConnectionString, DialectFollowsTheProvider) {
   EXPECT_TRUE(db::internal::DialectOf("Provider=sqlite;Data Source=x").iso_dates);
+  EXPECT_TRUE(db::internal::DialectOf("Provider=PostgreSQL;Host=x").iso_dates);
   EXPECT_FALSE(db::internal::DialectOf("Provider=Other;Data Source=x").iso_dates);
   EXPECT_FALSE(db::internal::DialectOf("garbage").iso_dates);
 }
@@ -91,7 +92,7 @@ TEST(ConnectionOpen, MissingDataSourceIsReported) {
 
 class ConnectionExecute : public DbTest {};
 
-TEST_F(ConnectionExecute, ReturnsRowsAffectedAndBindsPlaceholders) {
+TEST_P(ConnectionExecute, ReturnsRowsAffectedAndBindsPlaceholders) {
   EXPECT_EQ(cn()->Execute("CREATE TABLE T (Id INTEGER, Name TEXT)"), 0);
   EXPECT_EQ(cn()->Execute("INSERT INTO T VALUES (?, ?), (?, ?)",
                           {Variant(int32_t{1}), Variant("a'b"), Variant(int32_t{2}), Variant("c")}),
@@ -103,7 +104,7 @@ TEST_F(ConnectionExecute, ReturnsRowsAffectedAndBindsPlaceholders) {
   EXPECT_EQ(rs->Fields()[0].Value(), Variant("z"));
 }
 
-TEST_F(ConnectionExecute, RunsEveryStatementOfAScript) {
+TEST_P(ConnectionExecute, RunsEveryStatementOfAScript) {
   EXPECT_EQ(cn()->Execute("CREATE TABLE T (Id INTEGER); INSERT INTO T VALUES (?); "
                           "INSERT INTO T VALUES (?);",
                           {Variant(int32_t{1}), Variant(int32_t{2})}),
@@ -111,7 +112,7 @@ TEST_F(ConnectionExecute, RunsEveryStatementOfAScript) {
   EXPECT_EQ(Query("T")->RecordCount(), 2);
 }
 
-TEST_F(ConnectionExecute, WrongParameterCountOrBadSqlIsAProviderError) {
+TEST_P(ConnectionExecute, WrongParameterCountOrBadSqlIsAProviderError) {
   cn()->Execute("CREATE TABLE T (Id INTEGER)");
   EXPECT_EQ(ErrorOf([&] { cn()->Execute("INSERT INTO T VALUES (?)"); }).Number(), kProviderError);
   EXPECT_EQ(ErrorOf([&] {
@@ -120,18 +121,26 @@ TEST_F(ConnectionExecute, WrongParameterCountOrBadSqlIsAProviderError) {
             kProviderError);
   const VbError error = ErrorOf([&] { cn()->Execute("INSERT INTO Nowhere VALUES (1)"); });
   EXPECT_EQ(error.Number(), kProviderError);
-  EXPECT_NE(error.Description().find("no such table: Nowhere"), std::string::npos);
+  EXPECT_NE(error.Description().find(
+                Says("no such table: Nowhere", "relation \"nowhere\" does not exist")),
+            std::string::npos)
+      << error.Description();
   EXPECT_NE(error.Description().find("INSERT INTO Nowhere"), std::string::npos);
   EXPECT_EQ(Query("T")->RecordCount(), 0);
 }
 
-class ConnectionTransactions : public DbTest {
- protected:
-  void SetUp() override { cn()->Execute("CREATE TABLE T (Id INTEGER)"); }
-  int32_t Rows() { return Query("T")->RecordCount(); }
-};
+VARNEL_ON_EVERY_PROVIDER(ConnectionExecute);
 
-TEST_F(ConnectionTransactions, RollbackDiscardsAndCommitKeeps) {
+template <class Base>
+class TransactionsOn : public Base {
+ protected:
+  void SetUp() override { this->cn()->Execute("CREATE TABLE T (Id INTEGER)"); }
+  int32_t Rows() { return this->Query("T")->RecordCount(); }
+};
+class ConnectionTransactions : public TransactionsOn<DbTest> {};
+class SqliteTransactions : public TransactionsOn<SqliteDbTest> {};
+
+TEST_P(ConnectionTransactions, RollbackDiscardsAndCommitKeeps) {
   cn()->BeginTrans();
   cn()->Execute("INSERT INTO T VALUES (1)");
   EXPECT_EQ(Rows(), 1);
@@ -147,7 +156,7 @@ TEST_F(ConnectionTransactions, RollbackDiscardsAndCommitKeeps) {
   EXPECT_EQ(rs->RecordCount(), 1) << "committed rows are seen by another connection";
 }
 
-TEST_F(ConnectionTransactions, NestedBeginAndCommitWithoutBeginAreErrors) {
+TEST_P(ConnectionTransactions, NestedBeginAndCommitWithoutBeginAreErrors) {
   EXPECT_NE(ErrorOf([&] { cn()->CommitTrans(); }).Description().find("no transaction"),
             std::string::npos);
   EXPECT_EQ(ErrorOf([&] { cn()->RollbackTrans(); }).Number(), kProviderError);
@@ -157,7 +166,7 @@ TEST_F(ConnectionTransactions, NestedBeginAndCommitWithoutBeginAreErrors) {
   cn()->RollbackTrans();
 }
 
-TEST_F(ConnectionTransactions, CloseRollsBackAnOpenTransaction) {
+TEST_P(ConnectionTransactions, CloseRollsBackAnOpenTransaction) {
   cn()->BeginTrans();
   cn()->Execute("INSERT INTO T VALUES (1)");
   cn()->Close();
@@ -165,7 +174,20 @@ TEST_F(ConnectionTransactions, CloseRollsBackAnOpenTransaction) {
   EXPECT_EQ(Rows(), 0);
 }
 
-TEST_F(ConnectionTransactions, BusyDatabaseFailsClearlyAfterAShortWait) {
+TEST_P(ConnectionTransactions, AFailedStatementUndoesOnlyItselfAndTheTransactionGoesOn) {
+  cn()->BeginTrans();
+  cn()->Execute("INSERT INTO T VALUES (1)");
+  EXPECT_EQ(ErrorOf([&] { cn()->Execute("INSERT INTO Nowhere VALUES (2)"); }).Number(),
+            kProviderError);
+  EXPECT_EQ(ErrorOf([&] { Query("SELECT Missing FROM T"); }).Number(), kProviderError);
+  cn()->Execute("INSERT INTO T VALUES (3)");
+  cn()->CommitTrans();
+  EXPECT_EQ(Rows(), 2);
+}
+
+VARNEL_ON_EVERY_PROVIDER(ConnectionTransactions);
+
+TEST_F(SqliteTransactions, BusyDatabaseFailsClearlyAfterAShortWait) {
   auto writer = Connect();
   writer->BeginTrans();
   writer->Execute("INSERT INTO T VALUES (1)");

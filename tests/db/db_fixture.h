@@ -1,5 +1,6 @@
-// Shared set-up of the database tests: a fresh database file per test and a
-// way to catch the VbError an operation raises.
+// Shared set-up of the database tests: a new database per test, on every
+// provider (DbTest) or on one alone (SqliteDbTest, PostgresDbTest, for what
+// only that one has), and a way to catch the VbError an operation raises.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -7,7 +8,7 @@
 #include <memory>
 #include <string>
 
-#include "support/temp_dir.h"
+#include "support/test_database.h"
 #include "varnel/db.h"
 
 namespace varnel::testing {
@@ -25,16 +26,20 @@ VbError ErrorOf(Body&& body) {
   return VbError(0, "no error");
 }
 
-// A database suite on a new SQLite file. The connection strings are made here
-// only, so that the suites can be run on another provider from this spot.
-class DbTest : public ::testing::Test {
+// A database suite on a new database of Provider, with an open connection.
+// The connection strings are made here only.
+template <class Base>
+class DatabaseFixture : public Base {
  protected:
-  // A connection string for a new database called Name in this test's folder.
-  std::string ConnectionString(const std::string& name = "test.db") const {
-    return dir_.SqliteConnection(name);
+  explicit DatabaseFixture(TestProvider provider) : db_(provider), cn_(Connect()) {}
+
+  // A connection string for a new database called Name (the same Name, the
+  // same database).
+  std::string ConnectionString(const std::string& name = "test.db") {
+    return db_.ConnectionString(name);
   }
 
-  std::shared_ptr<db::Connection> Connect(const std::string& name = "test.db") const {
+  std::shared_ptr<db::Connection> Connect(const std::string& name = "test.db") {
     auto connection = std::make_shared<db::Connection>();
     connection->Open(ConnectionString(name));
     return connection;
@@ -47,10 +52,33 @@ class DbTest : public ::testing::Test {
   }
 
   const std::shared_ptr<db::Connection>& cn() const { return cn_; }
+  bool OnPostgres() const { return db_.provider() == TestProvider::kPostgres; }
+  // The words a provider's message holds for the same failure.
+  const char* Says(const char* sqlite, const char* postgres) const {
+    return OnPostgres() ? postgres : sqlite;
+  }
 
  private:
-  TempDir dir_;
-  std::shared_ptr<db::Connection> cn_ = Connect();
+  TestDatabase db_;  // declared first: removed after the connection closed
+  std::shared_ptr<db::Connection> cn_;
+};
+
+// Run on every provider: TEST_P(Suite, ...) and VARNEL_ON_EVERY_PROVIDER(Suite).
+class DbTest : public DatabaseFixture<::testing::TestWithParam<TestProvider>> {
+ protected:
+  DbTest() : DatabaseFixture(GetParam()) {}
+};
+
+// What only SQLite has (database files, its storage classes, its locking).
+class SqliteDbTest : public DatabaseFixture<::testing::Test> {
+ protected:
+  SqliteDbTest() : DatabaseFixture(TestProvider::kSqlite) {}
+};
+
+// What only PostgreSQL has (its types, its server).
+class PostgresDbTest : public DatabaseFixture<::testing::Test> {
+ protected:
+  PostgresDbTest() : DatabaseFixture(TestProvider::kPostgres) {}
 };
 
 }  // namespace varnel::testing

@@ -9,13 +9,13 @@ class RecordsetFilter : public DbTest {
  protected:
   void SetUp() override {
     cn()->Execute(
-        "CREATE TABLE P (Id INTEGER, Name VARCHAR(20), Qty INTEGER, Price MONEY, "
-        "Made DATETIME, Ok BOOLEAN);"
-        "INSERT INTO P VALUES (1, 'Bolt', 10, 1.5, '2003-05-06 00:00:00', 1);"
-        "INSERT INTO P VALUES (2, 'nut', 20, 0.25, '2003-05-07 12:00:00', 0);"
-        "INSERT INTO P VALUES (3, 'O''Brien gear', NULL, 12, '2004-01-01 00:00:00', 1);"
-        "INSERT INTO P VALUES (4, 'washer', 5, NULL, NULL, 0)");
-    rs_ = Query("SELECT * FROM P ORDER BY Id");
+        "CREATE TABLE P (\"Id\" INTEGER, \"Name\" VARCHAR(20), \"Qty\" INTEGER, "
+        "\"Price\" MONEY, \"Made\" TIMESTAMP, \"Ok\" BOOLEAN);"
+        "INSERT INTO P VALUES (1, 'Bolt', 10, 1.5, '2003-05-06 00:00:00', TRUE);"
+        "INSERT INTO P VALUES (2, 'nut', 20, 0.25, '2003-05-07 12:00:00', FALSE);"
+        "INSERT INTO P VALUES (3, 'O''Brien gear', NULL, 12, '2004-01-01 00:00:00', TRUE);"
+        "INSERT INTO P VALUES (4, 'washer', 5, NULL, NULL, FALSE)");
+    rs_ = Query("SELECT * FROM P ORDER BY [Id]");
   }
   // The Ids of the rows the filter keeps, in order.
   std::vector<int32_t> Ids(const std::string& filter) {
@@ -35,7 +35,7 @@ struct FilterCase {
   std::vector<int32_t> ids;
 };
 
-TEST_F(RecordsetFilter, KeepsTheRowsThatSatisfyTheCriteria) {
+TEST_P(RecordsetFilter, KeepsTheRowsThatSatisfyTheCriteria) {
   const FilterCase cases[] = {
       {"Qty = 10", {1}},
       {"Qty <> 10", {2, 4}},
@@ -74,7 +74,7 @@ TEST_F(RecordsetFilter, KeepsTheRowsThatSatisfyTheCriteria) {
   }
 }
 
-TEST_F(RecordsetFilter, CursorStartsOnTheFirstMatchAndEmptyFilterRestoresAllRows) {
+TEST_P(RecordsetFilter, CursorStartsOnTheFirstMatchAndEmptyFilterRestoresAllRows) {
   rs_->MoveLast();
   rs_->Filter("Qty >= 10");
   EXPECT_EQ(rs_->RecordCount(), 2);
@@ -97,7 +97,7 @@ struct BadFilterCase {
   const char* message;  // part of the description
 };
 
-TEST_F(RecordsetFilter, BadFilterIsReportedAndLeavesRowsAndFilterAsTheyWere) {
+TEST_P(RecordsetFilter, BadFilterIsReportedAndLeavesRowsAndFilterAsTheyWere) {
   rs_->Filter("Qty > 5");
   rs_->MoveNext();
   const BadFilterCase cases[] = {
@@ -131,6 +131,8 @@ TEST_F(RecordsetFilter, BadFilterIsReportedAndLeavesRowsAndFilterAsTheyWere) {
     EXPECT_EQ(rs_->AbsolutePosition(), 2);
   }
 }
+
+VARNEL_ON_EVERY_PROVIDER(RecordsetFilter);
 
 }  // namespace
 }  // namespace varnel::testing

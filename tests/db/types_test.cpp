@@ -1,5 +1,5 @@
-// Each declared type read back as its Variant kind, and each Variant kind
-// written through Execute's parameters in the form the provider stores.
+// SQLite: each declared type read back as its Variant kind, and each Variant
+// kind written through Execute's parameters in the form SQLite stores.
 #include <gtest/gtest.h>
 
 #include "db/db_fixture.h"
@@ -7,7 +7,7 @@
 namespace varnel::testing {
 namespace {
 
-class ValueTypes : public DbTest {
+class ValueTypes : public SqliteDbTest {
  protected:
   // The value of a one-column table of type Declared after inserting Param.
   Variant RoundTrip(const std::string& declared, const Variant& param) {

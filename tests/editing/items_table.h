@@ -1,6 +1,7 @@
-// A SQLite file with an Items table (Id INTEGER PRIMARY KEY, Name TEXT,
-// Qty INTEGER, Price REAL), a recordset loaded from it by InitDataSource, and
-// a comparison of the rows in memory with the rows in the table.
+// A database (SQLite unless another provider is asked for) with an Items table
+// (Id INTEGER PRIMARY KEY, Name TEXT, Qty INTEGER, Price DOUBLE PRECISION), a
+// recordset loaded from it by InitDataSource, and a comparison of the rows in
+// memory with the rows in the table.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -10,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "support/temp_dir.h"
+#include "support/test_database.h"
 #include "varnel/varnel.h"
 
 namespace varnel::testing {
@@ -24,23 +25,28 @@ class ItemsTable {
  public:
   static constexpr const char* kColumns[] = {"Id", "Name", "Qty", "Price"};
 
-  explicit ItemsTable(const std::vector<ItemRow>& rows) {
-    connection->Open(dir.SqliteConnection("items.db"));
-    connection->Execute("PRAGMA synchronous=OFF");
+  explicit ItemsTable(const std::vector<ItemRow>& rows,
+                      TestProvider provider = TestProvider::kSqlite)
+      : db(provider), connection_string(db.ConnectionString("items.db")) {
+    connection->Open(connection_string);
+    if (provider == TestProvider::kSqlite) {
+      connection->Execute("PRAGMA synchronous=OFF");
+    }
     connection->Execute(
-        "CREATE TABLE Items (Id INTEGER PRIMARY KEY, Name TEXT, Qty INTEGER, Price REAL)");
+        "CREATE TABLE Items (\"Id\" INTEGER PRIMARY KEY, \"Name\" TEXT, \"Qty\" INTEGER, "
+        "\"Price\" DOUBLE PRECISION)");
     for (const ItemRow& row : rows) {
-      connection->Execute("INSERT INTO Items (Id, Name, Qty, Price) VALUES (?,?,?,?)",
+      connection->Execute("INSERT INTO Items ([Id], [Name], [Qty], [Price]) VALUES (?,?,?,?)",
                           {Variant(row.id), row.name, row.qty, row.price});
     }
   }
 
   // Defines Id (read-only key), Name, Qty and Price on rs and loads the table.
   void Load(ClsRecordset& rs) const {
-    rs.ConnectString = dir.SqliteConnection("items.db");
+    rs.ConnectString = connection_string;
     rs.TableName = "Items";
     rs.UserOpenMode = U_Auto;
-    rs.OrderByField1 = "Id";
+    rs.OrderByField1 = "[Id]";
     for (const char* column : kColumns) {
       auto field = rs.Add(column);
       field->FieldType = std::string(column) == "Name" ? F_Text : F_Numeral;
@@ -53,7 +59,7 @@ class ItemsTable {
   // The table's rows by Id: Name, Qty, Price.
   std::map<int32_t, std::vector<Variant>> Rows() const {
     db::Recordset table;
-    table.Open("SELECT Id, Name, Qty, Price FROM Items", connection);
+    table.Open("SELECT [Id], [Name], [Qty], [Price] FROM Items", connection);
     std::map<int32_t, std::vector<Variant>> out;
     if (table.RecordCount() == 0) {
       return out;
@@ -94,7 +100,8 @@ class ItemsTable {
     return out;
   }
 
-  TempDir dir;
+  TestDatabase db;
+  std::string connection_string;
   std::shared_ptr<db::Connection> connection = std::make_shared<db::Connection>();
 };
 

@@ -5,13 +5,14 @@
 namespace varnel::testing {
 namespace {
 
-class QueryMode : public ::testing::Test {
+class QueryMode : public ::testing::TestWithParam<TestProvider> {
  protected:
   QueryMode()
       : table({{1, "Ann", int32_t{2}, 1.5},
                {2, "Bo", int32_t{3}, 2.0},
                {3, "Cy", int32_t{4}, 0.5},
-               {4, "Di", int32_t{5}, 1.0}}) {
+               {4, "Di", int32_t{5}, 1.0}},
+              GetParam()) {
     table.Load(rs);
     rs.Advise(&log);
     rs.Item("Name")->QueryValue = "old";
@@ -23,7 +24,7 @@ class QueryMode : public ::testing::Test {
   ClsRecordset rs;
 };
 
-TEST_F(QueryMode, NewQueryEmptiesTheCriteriaAndRefineKeepsThem) {
+TEST_P(QueryMode, NewQueryEmptiesTheCriteriaAndRefineKeepsThem) {
   EXPECT_FALSE(rs.NewQuery());
   EXPECT_EQ(log.Joined(),
             "NewQueryBefore,UpdateRecordBefore,RecordPointerChange2,EditStatusChange,"
@@ -36,7 +37,7 @@ TEST_F(QueryMode, NewQueryEmptiesTheCriteriaAndRefineKeepsThem) {
   EXPECT_EQ(rs.Item("Qty")->QueryValue, ">=3");
 }
 
-TEST_F(QueryMode, ExecuteQueryReloadsTheRowsThatMatch) {
+TEST_P(QueryMode, ExecuteQueryReloadsTheRowsThatMatch) {
   rs.NewQuery();
   rs.Modify("Qty", ">=3");
   log.Clear();
@@ -56,7 +57,7 @@ TEST_F(QueryMode, ExecuteQueryReloadsTheRowsThatMatch) {
   EXPECT_TRUE(capture.shown().empty());
 }
 
-TEST_F(QueryMode, UnbuildableConditionKeepsTheSavedCriteria) {
+TEST_P(QueryMode, UnbuildableConditionKeepsTheSavedCriteria) {
   rs.NewQuery();
   rs.Modify("Qty", ">=many");
   EXPECT_TRUE(rs.ExecuteQuery());
@@ -77,7 +78,7 @@ class CancelExecute : public ClsRecordsetEvents {
   void ExecuteQueryBefore(bool& Cancel) override { Cancel = true; }
 };
 
-TEST_F(QueryMode, CancelledExecuteDropsTheSavedCriteria) {
+TEST_P(QueryMode, CancelledExecuteDropsTheSavedCriteria) {
   CancelExecute veto;
   rs.Advise(&veto);
   rs.NewQuery();
@@ -88,7 +89,7 @@ TEST_F(QueryMode, CancelledExecuteDropsTheSavedCriteria) {
   EXPECT_EQ(rs.EditStatus(), E_Query);
 }
 
-TEST_F(QueryMode, CancelOutsideQueryModeDoesNothingAndClearEmptiesAll) {
+TEST_P(QueryMode, CancelOutsideQueryModeDoesNothingAndClearEmptiesAll) {
   log.Clear();
   EXPECT_FALSE(rs.CancelQuery());
   EXPECT_EQ(log.Joined(), "");
@@ -108,7 +109,7 @@ class Refuse : public ClsRecordsetEvents {
   void UserUpdateRecord(Enum_EditRecord& Update_Succeed) override { Update_Succeed = E_Defeat; }
 };
 
-TEST_F(QueryMode, PendingEditThatCannotBeSavedKeepsQueryModeOut) {
+TEST_P(QueryMode, PendingEditThatCannotBeSavedKeepsQueryModeOut) {
   Refuse refuse;
   rs.Advise(&refuse);
   rs.Modify("Name", "Zed");
@@ -116,6 +117,8 @@ TEST_F(QueryMode, PendingEditThatCannotBeSavedKeepsQueryModeOut) {
   EXPECT_EQ(rs.EditStatus(), E_Modify);
   EXPECT_EQ(rs.Item("Name")->QueryValue, "old");
 }
+
+VARNEL_ON_EVERY_PROVIDER(QueryMode);
 
 }  // namespace
 }  // namespace varnel::testing

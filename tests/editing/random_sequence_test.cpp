@@ -111,16 +111,16 @@ class WritingClient : public ClsRecordsetEvents {
   void Write(Enum_EditStatus status) {
     db::Connection& cn = *table_.connection;
     if (status == E_Modify) {
-      cn.Execute("UPDATE Items SET Name=?, Qty=?, Price=? WHERE Id=?",
+      cn.Execute("UPDATE Items SET [Name]=?, [Qty]=?, [Price]=? WHERE [Id]=?",
                  Values(RowOf(rs_.GetModifyValue("Id"))));
     } else if (status == E_AddNew || status == E_Copy) {
       const int32_t row = rs_.Rows();  // the inserted row is the last
       if (rs_.Item("Id")->GetValue(row).IsBlank()) {
         rs_.Item("Id")->SetValue(Variant(next_id++), row);
       }
-      cn.Execute("INSERT INTO Items (Name, Qty, Price, Id) VALUES (?,?,?,?)", Values(row));
+      cn.Execute("INSERT INTO Items ([Name], [Qty], [Price], [Id]) VALUES (?,?,?,?)", Values(row));
     } else if (status == E_Delete || status == E_ModifyDelete) {
-      cn.Execute("DELETE FROM Items WHERE Id=?", {rs_.GetDeleteValue("Id")});
+      cn.Execute("DELETE FROM Items WHERE [Id]=?", {rs_.GetDeleteValue("Id")});
     }
   }
 
@@ -218,10 +218,12 @@ std::vector<ItemRow> StartingRows() {
   return rows;
 }
 
-TEST(RandomEditingSequence, MemoryAndTableAgreeAfterEverySave) {
+class RandomEditingSequence : public ::testing::TestWithParam<TestProvider> {};
+
+TEST_P(RandomEditingSequence, MemoryAndTableAgreeAfterEverySave) {
   CaptureScope capture;
   std::mt19937 random(20030506);
-  ItemsTable table(StartingRows());
+  ItemsTable table(StartingRows(), GetParam());
   ClsRecordset rs;
   table.Load(rs);
   rs.Item("Name")->EnableNull = false;  // a Null name fails validation
@@ -251,6 +253,8 @@ TEST(RandomEditingSequence, MemoryAndTableAgreeAfterEverySave) {
   EXPECT_LT(seconds, 5.0);  // about a second on a loaded machine; catches a runaway
   rs.Unadvise(cookie);
 }
+
+VARNEL_ON_EVERY_PROVIDER(RandomEditingSequence);
 
 }  // namespace
 }  // namespace varnel::testing

@@ -8,26 +8,29 @@ class FieldInformation : public SourceTest {
  protected:
   FieldInformation() {
     Execute(
-        {"CREATE TABLE FieldsInfo (ViewName TEXT, FieldObject TEXT, OrderByField1 TEXT, "
-         "OrderByField2 TEXT, OrderByField3 TEXT, OrderByAscending1 INTEGER, "
-         "OrderByAscending2 INTEGER, OrderByAscending3 INTEGER, Name TEXT, FieldType "
-         "INTEGER, IsMain BOOLEAN, DateType INTEGER, NumType INTEGER, SymbolName TEXT, IsData "
-         "BOOLEAN, EnableNull BOOLEAN, Edit BOOLEAN, Copy BOOLEAN, InputMax TEXT, InputMin "
-         "TEXT, QueryValue TEXT, IsSum BOOLEAN, ComputeString TEXT, DefaultValue TEXT, "
-         "DefinedSize INTEGER, SaveToDB BOOLEAN, DisplayNameEnglish TEXT, DisplayNameChinese "
-         "TEXT)",
-         "INSERT INTO FieldsInfo (ViewName, FieldObject, OrderByField1, OrderByAscending1, "
-         "OrderByField3, Name, FieldType, InputMax, InputMin, DefaultValue, IsSum, "
-         "DisplayNameEnglish, DisplayNameChinese) VALUES ('orders', 'Items', 'Qty', -1, 'Id', "
-         "'Qty', 5, '100', '0', '7', 1, 'Quantity', '数量')",
-         "INSERT INTO FieldsInfo (ViewName, Name, FieldType, InputMax, DefaultValue, IsData, "
-         "DisplayNameEnglish) VALUES ('orders', 'Done', 1, '5', 'yes', 0, 'Done')",
-         "INSERT INTO FieldsInfo (ViewName, Name, FieldType, InputMax, DefaultValue, DateType) "
-         "VALUES ('orders', 'Made', 2, '2003-12-31', '2003-05-06', 2)",
-         "INSERT INTO FieldsInfo (ViewName, Name) VALUES ('other', 'Stray')"});
+        {"CREATE TABLE FieldsInfo (\"ViewName\" TEXT, \"FieldObject\" TEXT, "
+         "\"OrderByField1\" TEXT, \"OrderByField2\" TEXT, \"OrderByField3\" TEXT, "
+         "\"OrderByAscending1\" INTEGER, \"OrderByAscending2\" INTEGER, "
+         "\"OrderByAscending3\" INTEGER, \"Name\" TEXT, \"FieldType\" INTEGER, \"IsMain\" "
+         "BOOLEAN, \"DateType\" INTEGER, \"NumType\" INTEGER, \"SymbolName\" TEXT, "
+         "\"IsData\" BOOLEAN, \"EnableNull\" BOOLEAN, \"Edit\" BOOLEAN, \"Copy\" BOOLEAN, "
+         "\"InputMax\" TEXT, \"InputMin\" TEXT, \"QueryValue\" TEXT, \"IsSum\" BOOLEAN, "
+         "\"ComputeString\" TEXT, \"DefaultValue\" TEXT, \"DefinedSize\" INTEGER, "
+         "\"SaveToDB\" BOOLEAN, \"DisplayNameEnglish\" TEXT, \"DisplayNameChinese\" TEXT)",
+         "INSERT INTO FieldsInfo ([ViewName], [FieldObject], [OrderByField1], "
+         "[OrderByAscending1], [OrderByField3], [Name], [FieldType], [InputMax], [InputMin], "
+         "[DefaultValue], [IsSum], [DisplayNameEnglish], [DisplayNameChinese]) VALUES "
+         "('orders', 'Items', 'Qty', -1, 'Id', 'Qty', 5, '100', '0', '7', TRUE, 'Quantity', "
+         "'数量')",
+         "INSERT INTO FieldsInfo ([ViewName], [Name], [FieldType], [InputMax], [DefaultValue], "
+         "[IsData], [DisplayNameEnglish]) VALUES ('orders', 'Done', 1, '5', 'yes', FALSE, "
+         "'Done')",
+         "INSERT INTO FieldsInfo ([ViewName], [Name], [FieldType], [InputMax], [DefaultValue], "
+         "[DateType]) VALUES ('orders', 'Made', 2, '2003-12-31', '2003-05-06', 2)",
+         "INSERT INTO FieldsInfo ([ViewName], [Name]) VALUES ('other', 'Stray')"});
     source = std::make_shared<db::Recordset>();
     auto connection = std::make_shared<db::Connection>();
-    connection->Open(dir.SqliteConnection());
+    connection->Open(db.ConnectionString());
     source->Open("FieldsInfo", connection);
     rs.TableName = "";
     rs.OrderByField3 = "kept";
@@ -36,7 +39,7 @@ class FieldInformation : public SourceTest {
   std::shared_ptr<db::Recordset> source;
 };
 
-TEST_F(FieldInformation, ViewRowsBecomeFieldsWithTheirSettings) {
+TEST_P(FieldInformation, ViewRowsBecomeFieldsWithTheirSettings) {
   EXPECT_FALSE(rs.ReadFieldsInformation(source, "orders"));
   ASSERT_EQ(rs.Count(), 3);
   EXPECT_EQ(rs.TableName, "Items");
@@ -66,14 +69,14 @@ TEST_F(FieldInformation, ViewRowsBecomeFieldsWithTheirSettings) {
   EXPECT_EQ(made->DefaultValue, Variant(CDate(Variant("2003-05-06"))));
 }
 
-TEST_F(FieldInformation, OtherConditionNarrowsAndLanguagePicksTheDisplayName) {
+TEST_P(FieldInformation, OtherConditionNarrowsAndLanguagePicksTheDisplayName) {
   SetThreadUILanguage(2052);
   EXPECT_FALSE(rs.ReadFieldsInformation(source, "orders", "FieldType = 5"));
   ASSERT_EQ(rs.Count(), 1);
   EXPECT_EQ(rs.Item(1)->DisplayName, "数量");
 }
 
-TEST_F(FieldInformation, EmptyViewClearsFieldsAndKeepsSortSettings) {
+TEST_P(FieldInformation, EmptyViewClearsFieldsAndKeepsSortSettings) {
   rs.OrderByField1 = "Name";
   EXPECT_FALSE(rs.ReadFieldsInformation(source, "nothing"));
   EXPECT_EQ(rs.Count(), 0);
@@ -81,24 +84,28 @@ TEST_F(FieldInformation, EmptyViewClearsFieldsAndKeepsSortSettings) {
   EXPECT_EQ(rs.TableName, "");
 }
 
-TEST_F(FieldInformation, AscendingZeroAndBooleanDefaultZeroAreKeptAsZero) {
-  Execute({"UPDATE FieldsInfo SET OrderByAscending1 = 0, DefaultValue = '0' WHERE Name = 'Qty'",
-           "UPDATE FieldsInfo SET DefaultValue = '0' WHERE Name = 'Done'"});
+TEST_P(FieldInformation, AscendingZeroAndBooleanDefaultZeroAreKeptAsZero) {
+  Execute(
+      {"UPDATE FieldsInfo SET [OrderByAscending1] = 0, [DefaultValue] = '0' "
+       "WHERE [Name] = 'Qty'",
+       "UPDATE FieldsInfo SET [DefaultValue] = '0' WHERE [Name] = 'Done'"});
   EXPECT_FALSE(rs.ReadFieldsInformation(source, "orders"));
   EXPECT_EQ(rs.OrderByAscending1, Ascending);
   EXPECT_EQ(rs.Item("Done")->DefaultValue, Variant(int16_t{0}));
 }
 
-TEST_F(FieldInformation, MissingColumnEndsTheReadingWithAReport) {
+TEST_P(FieldInformation, MissingColumnEndsTheReadingWithAReport) {
   auto connection = std::make_shared<db::Connection>();
-  connection->Open(dir.SqliteConnection());
-  Execute({"CREATE TABLE Thin (ViewName TEXT, Name TEXT)",
+  connection->Open(db.ConnectionString());
+  Execute({"CREATE TABLE Thin (\"ViewName\" TEXT, \"Name\" TEXT)",
            "INSERT INTO Thin VALUES ('orders', 'Qty')"});
   auto thin = std::make_shared<db::Recordset>();
   thin->Open("Thin", connection);
   EXPECT_TRUE(rs.ReadFieldsInformation(thin, "orders"));
   EXPECT_EQ(ui.shown().back().kind, ShownMessage::Error);
 }
+
+VARNEL_ON_EVERY_PROVIDER(FieldInformation);
 
 }  // namespace
 }  // namespace varnel::testing

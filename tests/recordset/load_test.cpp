@@ -1,4 +1,4 @@
-// Loading a recordset from SQLite: the copy, the events of both open modes,
+// Loading a recordset from a database: the copy, the events of both open modes,
 // the date cut, computed and auto-coded fields, and the failures.
 #include <functional>
 
@@ -10,7 +10,7 @@ namespace {
 
 using DataSourceLoad = SourceTest;
 
-TEST_F(DataSourceLoad, AutoModeCopiesEveryRowAndReleasesTheDatabase) {
+TEST_P(DataSourceLoad, AutoModeCopiesEveryRowAndReleasesTheDatabase) {
   EXPECT_FALSE(rs.InitDataSource());
   EXPECT_EQ(log.Joined(), "SysDataSourceInit,DataSourceInit,RecordPointerChange");
   EXPECT_EQ(rs.Rows(), 3);
@@ -28,7 +28,7 @@ TEST_F(DataSourceLoad, AutoModeCopiesEveryRowAndReleasesTheDatabase) {
   }
 }
 
-TEST_F(DataSourceLoad, InitInQueryModeRestoresTheSavedCriteriaFirst) {
+TEST_P(DataSourceLoad, InitInQueryModeRestoresTheSavedCriteriaFirst) {
   rs.Item("Name")->FieldType = F_Text;
   rs.Item("Name")->QueryValue = "Bolt";
   Load();
@@ -49,24 +49,24 @@ class InitUser : public ClsRecordsetEvents {
   std::string seen;
 };
 
-TEST_F(DataSourceLoad, UserModeShowsTheQueryAndReusesTheOpenRecordset) {
+TEST_P(DataSourceLoad, UserModeShowsTheQueryAndReusesTheOpenRecordset) {
   InitUser user;
   rs.Advise(&user);
   rs.UserOpenMode = U_User;
-  rs.DefaultCondition = "Qty>10";
-  rs.OrderByField1 = "Id";
+  rs.DefaultCondition = "[Qty]>10";
+  rs.OrderByField1 = "[Id]";
   rs.OrderByAscending1 = Descending;
   EXPECT_FALSE(rs.InitDataSource());
   EXPECT_EQ(log.Joined(),
             "DataSourceInitUser,SysDataSourceInit,DataSourceInit,RecordPointerChange");
-  EXPECT_EQ(user.seen, "Qty>10|Id Desc");
+  EXPECT_EQ(user.seen, "[Qty]>10|[Id] Desc");
   EXPECT_EQ(rs.Rows(), 2);
   EXPECT_EQ(rs.Item("Id")->GetValue(1).ToLong(), 3);
   ASSERT_NE(rs.SFRecordset, nullptr);
   EXPECT_EQ(rs.SFRecordset->State(), 1);
   // A changed condition has no effect while the recordset stays open.
-  Execute({"INSERT INTO Items (Id, Qty) VALUES (4, 40)"});
-  rs.DefaultCondition = "Qty>100";
+  Execute({"INSERT INTO Items ([Id], [Qty]) VALUES (4, 40)"});
+  rs.DefaultCondition = "[Qty]>100";
   log.Clear();
   EXPECT_FALSE(rs.RefreshDataSource());
   EXPECT_EQ(log.Joined(),
@@ -74,7 +74,7 @@ TEST_F(DataSourceLoad, UserModeShowsTheQueryAndReusesTheOpenRecordset) {
   EXPECT_EQ(rs.Rows(), 3);
 }
 
-TEST_F(DataSourceLoad, EmptyTableLeavesNoRows) {
+TEST_P(DataSourceLoad, EmptyTableLeavesNoRows) {
   Execute({"DELETE FROM Items"});
   rs.Item("Qty")->IsSum = true;
   EXPECT_FALSE(rs.InitDataSource());
@@ -84,7 +84,7 @@ TEST_F(DataSourceLoad, EmptyTableLeavesNoRows) {
   EXPECT_EQ(log.Joined(), "SysDataSourceInit,DataSourceInit,RecordPointerChange");
 }
 
-TEST_F(DataSourceLoad, DatesKeepOnlyWhatTheirDateTypeShows) {
+TEST_P(DataSourceLoad, DatesKeepOnlyWhatTheirDateTypeShows) {
   const std::pair<Enum_DateType, const char*> cases[] = {
       {D_YMDHNS, "2003-05-06 14:30:15"}, {D_YMDHN, "2003-05-06 14:30:00"},
       {D_YMD, "2003-05-06 00:00:00"},    {D_HNS, "1899-12-30 14:30:15"},
@@ -98,7 +98,7 @@ TEST_F(DataSourceLoad, DatesKeepOnlyWhatTheirDateTypeShows) {
   }
 }
 
-TEST_F(DataSourceLoad, NonDataFieldsAreNumberedComputedAndSummed) {
+TEST_P(DataSourceLoad, NonDataFieldsAreNumberedComputedAndSummed) {
   auto seq = rs.Add("Seq");
   seq->IsData = false;
   seq->FieldType = F_AutoCoding;
@@ -117,7 +117,7 @@ TEST_F(DataSourceLoad, NonDataFieldsAreNumberedComputedAndSummed) {
   EXPECT_EQ(log.Joined(), "SysDataSourceInit,DataSourceInit,RecordPointerChange");
 }
 
-TEST_F(DataSourceLoad, MissingColumnIsNamedAndTheOtherFieldsLoad) {
+TEST_P(DataSourceLoad, MissingColumnIsNamedAndTheOtherFieldsLoad) {
   rs.Add("Colour");
   EXPECT_FALSE(rs.InitDataSource());
   ASSERT_EQ(ui.shown().size(), 1u);
@@ -128,7 +128,7 @@ TEST_F(DataSourceLoad, MissingColumnIsNamedAndTheOtherFieldsLoad) {
   EXPECT_EQ(rs.Item("Name")->GetValue(2), Variant("Nut"));
 }
 
-TEST_F(DataSourceLoad, CheckFieldsRefusesBadDefinitionsButRaisesTheEvents) {
+TEST_P(DataSourceLoad, CheckFieldsRefusesBadDefinitionsButRaisesTheEvents) {
   struct Case {
     std::function<void(ClsRecordset&)> setup;
     const char* title;
@@ -159,7 +159,7 @@ TEST_F(DataSourceLoad, CheckFieldsRefusesBadDefinitionsButRaisesTheEvents) {
   }
 }
 
-TEST_F(DataSourceLoad, FailedOpenReportsTheDatabaseErrorAndLeavesNothing) {
+TEST_P(DataSourceLoad, FailedOpenReportsTheDatabaseErrorAndLeavesNothing) {
   Load();
   rs.TableName = "NoSuchTable";
   EXPECT_TRUE(rs.InitDataSource());
@@ -185,7 +185,7 @@ class StatusWatch : public ClsRecordsetEvents {
   ClsRecordset& rs_;
 };
 
-TEST_F(DataSourceLoad, RefreshSetsTheDefaultStatusRightAfterOpening) {
+TEST_P(DataSourceLoad, RefreshSetsTheDefaultStatusRightAfterOpening) {
   StatusWatch watch(rs);
   rs.Advise(&watch);
   rs.TableName = "NoSuchTable";
@@ -202,7 +202,7 @@ TEST_F(DataSourceLoad, RefreshSetsTheDefaultStatusRightAfterOpening) {
   EXPECT_EQ(watch.rows, (std::vector<int32_t>{0, 0, 3, 3}));
 }
 
-TEST_F(DataSourceLoad, RefreshSavesAPendingEditFirst) {
+TEST_P(DataSourceLoad, RefreshSavesAPendingEditFirst) {
   Load();
   ASSERT_FALSE(rs.Modify("Qty", Variant(int32_t{99}), 2));
   answering.answer = E_Defeat;
@@ -217,10 +217,10 @@ TEST_F(DataSourceLoad, RefreshSavesAPendingEditFirst) {
   EXPECT_EQ(rs.Item("Qty")->GetValue(2).ToLong(), 20);  // the client did not write it
 }
 
-TEST_F(DataSourceLoad, CloseForgetsTheConfigurationButKeepsValues) {
+TEST_P(DataSourceLoad, CloseForgetsTheConfigurationButKeepsValues) {
   rs.UserOpenMode = U_User;
-  rs.DefaultCondition = "Id>0";
-  rs.OrderByField1 = "Id";
+  rs.DefaultCondition = "[Id]>0";
+  rs.OrderByField1 = "[Id]";
   rs.OrderByAscending1 = Descending;
   rs.Tag = "screen";
   Load();
@@ -242,6 +242,8 @@ TEST_F(DataSourceLoad, CloseForgetsTheConfigurationButKeepsValues) {
   EXPECT_EQ(rs.AbsolutePosition(), 0);
   EXPECT_EQ(rs.Item("Name")->GetValue(2), Variant("Nut"));
 }
+
+VARNEL_ON_EVERY_PROVIDER(DataSourceLoad);
 
 }  // namespace
 }  // namespace varnel::testing

@@ -17,7 +17,7 @@ std::string Moves(const EventLog& log) {
   return out;
 }
 
-TEST_F(RecordsetNavigation, MovesWalkTheRowsWithTheirEvents) {
+TEST_P(RecordsetNavigation, MovesWalkTheRowsWithTheirEvents) {
   Load();
   EXPECT_FALSE(rs.MoveLast());
   EXPECT_EQ(rs.AbsolutePosition(), 3);
@@ -33,7 +33,7 @@ TEST_F(RecordsetNavigation, MovesWalkTheRowsWithTheirEvents) {
   EXPECT_EQ(log.Joined(), "");  // already there
 }
 
-TEST_F(RecordsetNavigation, MoveBeyondTheEndsReportsNoCurrentRecord) {
+TEST_P(RecordsetNavigation, MoveBeyondTheEndsReportsNoCurrentRecord) {
   Load();
   EXPECT_TRUE(rs.MovePrevious());
   rs.AbsolutePosition(3);
@@ -50,7 +50,7 @@ TEST_F(RecordsetNavigation, MoveBeyondTheEndsReportsNoCurrentRecord) {
   EXPECT_EQ(rs.AbsolutePosition(), -1);
 }
 
-TEST_F(RecordsetNavigation, CancelledMoveRaisesNoAfterEvents) {
+TEST_P(RecordsetNavigation, CancelledMoveRaisesNoAfterEvents) {
   Load();
   answering.cancel_moves = true;
   rs.AbsolutePosition(3);
@@ -58,7 +58,7 @@ TEST_F(RecordsetNavigation, CancelledMoveRaisesNoAfterEvents) {
   EXPECT_EQ(rs.AbsolutePosition(), 1);
 }
 
-TEST_F(RecordsetNavigation, UnsavedEditKeepsTheRowButStillRaisesTheAfterEvents) {
+TEST_P(RecordsetNavigation, UnsavedEditKeepsTheRowButStillRaisesTheAfterEvents) {
   Load();
   ASSERT_FALSE(rs.Modify("Qty", Variant(int32_t{5})));
   answering.answer = E_Defeat;
@@ -71,7 +71,7 @@ TEST_F(RecordsetNavigation, UnsavedEditKeepsTheRowButStillRaisesTheAfterEvents) 
   EXPECT_EQ(rs.AbsolutePosition(), 2);
 }
 
-TEST_F(RecordsetNavigation, NothingMovesAfterAFailedOpen) {
+TEST_P(RecordsetNavigation, NothingMovesAfterAFailedOpen) {
   rs.TableName = "NoSuchTable";
   rs.InitDataSource();
   log.Clear();
@@ -81,6 +81,8 @@ TEST_F(RecordsetNavigation, NothingMovesAfterAFailedOpen) {
   }
   EXPECT_EQ(log.Joined(), "");
 }
+
+VARNEL_ON_EVERY_PROVIDER(RecordsetNavigation);
 
 }  // namespace
 }  // namespace varnel::testing

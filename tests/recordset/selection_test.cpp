@@ -7,8 +7,8 @@ namespace {
 class RecordsetSelection : public SourceTest {
  protected:
   RecordsetSelection() {
-    Execute({"INSERT INTO Items (Id) VALUES (4)", "INSERT INTO Items (Id) VALUES (5)",
-             "INSERT INTO Items (Id) VALUES (6)"});
+    Execute({"INSERT INTO Items ([Id]) VALUES (4)", "INSERT INTO Items ([Id]) VALUES (5)",
+             "INSERT INTO Items ([Id]) VALUES (6)"});
   }
 
   // "1" for each selected row of 1..6.
@@ -21,7 +21,7 @@ class RecordsetSelection : public SourceTest {
   }
 };
 
-TEST_F(RecordsetSelection, ShiftMarksFromTheAnchorInEitherDirection) {
+TEST_P(RecordsetSelection, ShiftMarksFromTheAnchorInEitherDirection) {
   Load();
   EXPECT_TRUE(rs.GetSelectRow());  // S_None: the current row counts as selected
   rs.AbsolutePosition(5);
@@ -35,7 +35,7 @@ TEST_F(RecordsetSelection, ShiftMarksFromTheAnchorInEitherDirection) {
   EXPECT_EQ(Marks(), "000011");
 }
 
-TEST_F(RecordsetSelection, CtrlTogglesOneRowAndNoneStartsOver) {
+TEST_P(RecordsetSelection, CtrlTogglesOneRowAndNoneStartsOver) {
   Load();
   rs.SysSetMutliSelectRows(true, 2, Ctrl);
   rs.SysSetMutliSelectRows(true, 4, Ctrl);
@@ -54,7 +54,7 @@ TEST_F(RecordsetSelection, CtrlTogglesOneRowAndNoneStartsOver) {
   EXPECT_EQ(Marks(), "100000");
 }
 
-TEST_F(RecordsetSelection, SelectionWaitsForThePendingEditToBeSaved) {
+TEST_P(RecordsetSelection, SelectionWaitsForThePendingEditToBeSaved) {
   Load();
   ASSERT_FALSE(rs.Modify("Qty", Variant(int32_t{5})));
   answering.answer = E_Defeat;
@@ -68,7 +68,7 @@ TEST_F(RecordsetSelection, SelectionWaitsForThePendingEditToBeSaved) {
   EXPECT_EQ(rs.SelectState(), S_None);
 }
 
-TEST_F(RecordsetSelection, AllInvertAndClearChangeEveryRow) {
+TEST_P(RecordsetSelection, AllInvertAndClearChangeEveryRow) {
   Load();
   rs.SysSetMutliSelectRows(true, 2, Ctrl);
   EXPECT_FALSE(rs.InvertSelectRows());
@@ -82,7 +82,7 @@ TEST_F(RecordsetSelection, AllInvertAndClearChangeEveryRow) {
   EXPECT_EQ(rs.SelectState(), S_None);
 }
 
-TEST_F(RecordsetSelection, EditMarksFollowSetEditAndLocked) {
+TEST_P(RecordsetSelection, EditMarksFollowSetEditAndLocked) {
   Load();
   EXPECT_FALSE(rs.SetEdit(false, 2));
   EXPECT_FALSE(rs.GetEdit(2));
@@ -97,13 +97,15 @@ TEST_F(RecordsetSelection, EditMarksFollowSetEditAndLocked) {
   EXPECT_EQ(ui.shown().back().kind, ShownMessage::Error);
 }
 
-TEST_F(RecordsetSelection, LockFieldOwnsTheEditMarks) {
+TEST_P(RecordsetSelection, LockFieldOwnsTheEditMarks) {
   rs.Item("Qty")->FieldType = F_Locked;
   Load();
   EXPECT_FALSE(rs.SetEdit(false, 2));
   EXPECT_EQ(ui.LastText(), "Qty是Edit(),不能用SetEdit直接更改Edit()");
   EXPECT_TRUE(rs.GetEdit(2));
 }
+
+VARNEL_ON_EVERY_PROVIDER(RecordsetSelection);
 
 }  // namespace
 }  // namespace varnel::testing

@@ -1,4 +1,5 @@
-// A recordset over a real SQLite file: the Items table with three rows, its
+// A recordset over a real database, on every provider (TEST_P, then
+// VARNEL_ON_EVERY_PROVIDER(Suite)): the Items table with three rows, its
 // fields defined as a screen would, a capturing message UI and an event log.
 #pragma once
 
@@ -10,7 +11,7 @@
 
 #include "support/capture_ui.h"
 #include "support/event_log.h"
-#include "support/temp_dir.h"
+#include "support/test_database.h"
 #include "varnel/varnel.h"
 
 namespace varnel::testing {
@@ -24,16 +25,16 @@ class Answering : public ClsRecordsetEvents {
   bool cancel_moves = false;
 };
 
-class SourceTest : public ::testing::Test {
+class SourceTest : public ::testing::TestWithParam<TestProvider> {
  protected:
   SourceTest() {
     Execute(
-        {"CREATE TABLE Items (Id INTEGER, Name VARCHAR(20), Qty INTEGER, Price FLOAT, "
-         "Made DATETIME, Done BOOLEAN)",
-         "INSERT INTO Items VALUES (1, 'Bolt', 10, 1.5, '2003-05-06 14:30:15', 1)",
-         "INSERT INTO Items VALUES (2, 'Nut', 20, 0.25, '2003-05-07 08:05:59', 0)",
-         "INSERT INTO Items VALUES (3, 'Washer', 30, NULL, NULL, 0)"});
-    rs.ConnectString = dir.SqliteConnection();
+        {"CREATE TABLE Items (\"Id\" INTEGER, \"Name\" VARCHAR(20), \"Qty\" INTEGER, "
+         "\"Price\" FLOAT, \"Made\" TIMESTAMP, \"Done\" BOOLEAN)",
+         "INSERT INTO Items VALUES (1, 'Bolt', 10, 1.5, '2003-05-06 14:30:15', TRUE)",
+         "INSERT INTO Items VALUES (2, 'Nut', 20, 0.25, '2003-05-07 08:05:59', FALSE)",
+         "INSERT INTO Items VALUES (3, 'Washer', 30, NULL, NULL, FALSE)"});
+    rs.ConnectString = db.ConnectionString();
     rs.TableName = "Items";
     rs.UserOpenMode = U_Auto;
     for (const char* name : {"Id", "Name", "Qty", "Price", "Made"}) {
@@ -49,7 +50,7 @@ class SourceTest : public ::testing::Test {
   // Runs each statement on the test database.
   void Execute(std::initializer_list<const char*> statements) {
     db::Connection connection;
-    connection.Open(dir.SqliteConnection());
+    connection.Open(db.ConnectionString());
     for (const char* sql : statements) {
       connection.Execute(sql);
     }
@@ -61,7 +62,7 @@ class SourceTest : public ::testing::Test {
     log.Clear();
   }
 
-  TempDir dir;
+  TestDatabase db{GetParam()};
   CaptureScope ui;
   EventLog log;
   Answering answering;

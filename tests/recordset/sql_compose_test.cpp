@@ -12,7 +12,7 @@ std::string SqlText(ClsRecordset& rs) {
   return internal::RecordsetAccess::State(rs).sql_text;
 }
 
-TEST_F(SqlCompose, EveryCombinationOfListConditionAndOrderGivesItsText) {
+TEST_P(SqlCompose, EveryCombinationOfListConditionAndOrderGivesItsText) {
   struct Case {
     const char* fields;
     const char* condition;
@@ -38,7 +38,7 @@ TEST_F(SqlCompose, EveryCombinationOfListConditionAndOrderGivesItsText) {
   }
 }
 
-TEST_F(SqlCompose, OrderByChainStopsAtTheFirstBlankField) {
+TEST_P(SqlCompose, OrderByChainStopsAtTheFirstBlankField) {
   struct Case {
     const char* fixed;
     const char* f1;
@@ -65,7 +65,7 @@ TEST_F(SqlCompose, OrderByChainStopsAtTheFirstBlankField) {
   }
 }
 
-TEST_F(SqlCompose, LaterPredicatesAreParenthesisedAfterTheFixedCondition) {
+TEST_P(SqlCompose, LaterPredicatesAreParenthesisedAfterTheFixedCondition) {
   rs.Item("Name")->FieldType = F_Text;
   rs.Item("Name")->QueryValue = "Bolt";
   rs.Item("Qty")->QueryValue = ">=10";
@@ -82,7 +82,7 @@ TEST_F(SqlCompose, LaterPredicatesAreParenthesisedAfterTheFixedCondition) {
   EXPECT_TRUE(ui.shown().empty());
 }
 
-TEST_F(SqlCompose, QueryTextWithoutPredicateIsReportedAndStopsTheLoad) {
+TEST_P(SqlCompose, QueryTextWithoutPredicateIsReportedAndStopsTheLoad) {
   auto done = rs.Add("Done");
   done->FieldType = F_Boolean;
   done->DisplayName = "Finished";
@@ -101,12 +101,14 @@ TEST_F(SqlCompose, QueryTextWithoutPredicateIsReportedAndStopsTheLoad) {
 }
 
 // The list is trimmed, so only a list ending in a bracketed name loads in the fifth form.
-TEST_F(SqlCompose, ListEndingInABracketLoadsFromTheFifthForm) {
-  rs.FieldsName = "Id, Name, Qty, Price, [Made] ";
+TEST_P(SqlCompose, ListEndingInABracketLoadsFromTheFifthForm) {
+  rs.FieldsName = "[Id], [Name], [Qty], [Price], [Made] ";
   EXPECT_FALSE(rs.InitDataSource()) << ui.LastText();
   EXPECT_EQ(rs.Rows(), 3);
   EXPECT_EQ(rs.Item("Name")->GetValue(3), Variant("Washer"));
 }
+
+VARNEL_ON_EVERY_PROVIDER(SqlCompose);
 
 }  // namespace
 }  // namespace varnel::testing

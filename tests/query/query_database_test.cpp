@@ -1,23 +1,25 @@
-// The translated predicates run on a real SQLite database: the SQL is valid
-// there, and a date typed into a day or minute field finds the rows of that
-// day or minute whatever time the column holds.
+// The translated predicates run on a real database, on every provider: the
+// SQL is valid there, and a date typed into a day or minute field finds the
+// rows of that day or minute whatever time the column holds.
 #include <gtest/gtest.h>
 
 #include <vector>
 
 #include "query_fixture.h"
 #include "support/capture_ui.h"
-#include "support/temp_dir.h"
+#include "support/test_database.h"
 
 namespace varnel::testing {
 namespace {
 
-class QueryOnSqlite : public ::testing::Test {
+class QueryOnDatabase : public ::testing::TestWithParam<TestProvider> {
  protected:
   void SetUp() override {
     auto cn = std::make_shared<db::Connection>();
-    cn->Open(dir_.SqliteConnection());
-    cn->Execute("CREATE TABLE Orders (Id INTEGER, Placed DATETIME, Qty INTEGER, Price NUMERIC)");
+    cn->Open(db_.ConnectionString());
+    cn->Execute(
+        "CREATE TABLE Orders (\"Id\" INTEGER, \"Placed\" TIMESTAMP, \"Qty\" INTEGER, "
+        "\"Price\" NUMERIC)");
     const struct {
       int32_t id;
       double placed;  // 2003-05-06 10:30:45, 2003-05-06 23:59:59, 2003-05-07 00:00:00, ...
@@ -38,10 +40,10 @@ class QueryOnSqlite : public ::testing::Test {
   std::vector<int32_t> Find(const char* field, Enum_FieldType type, Enum_DateType date_type,
                             const char* query) {
     ClsRecordset rs;
-    rs.ConnectString = dir_.SqliteConnection();
+    rs.ConnectString = db_.ConnectionString();
     rs.UserOpenMode = U_Auto;
     rs.TableName = "Orders";
-    rs.DefaultOrderBy = "Id";
+    rs.DefaultOrderBy = "[Id]";
     for (const char* name : {"Id", "Placed", "Qty", "Price"}) {
       auto f = rs.Add(name);
       f->IsData = true;
@@ -61,12 +63,12 @@ class QueryOnSqlite : public ::testing::Test {
     return ids;
   }
 
-  TempDir dir_;
+  TestDatabase db_{GetParam()};
 };
 
 using Ids = std::vector<int32_t>;
 
-TEST_F(QueryOnSqlite, DayFieldFindsTheRowsOfThatDayWhateverTheirTime) {
+TEST_P(QueryOnDatabase, DayFieldFindsTheRowsOfThatDayWhateverTheirTime) {
   EXPECT_EQ(Find("Placed", F_Date, D_YMD, "5/6/2003"), (Ids{1, 2, 4}));
   EXPECT_EQ(Find("Placed", F_Date, D_YMD, "<>2003-05-06"), (Ids{3}));
   EXPECT_EQ(Find("Placed", F_Date, D_YMD, "<=5/6/2003"), (Ids{1, 2, 4}));
@@ -74,12 +76,12 @@ TEST_F(QueryOnSqlite, DayFieldFindsTheRowsOfThatDayWhateverTheirTime) {
   EXPECT_EQ(Find("Placed", F_Date, D_YMD, "NOT=5/6/2003"), (Ids{3}));
 }
 
-TEST_F(QueryOnSqlite, MinuteFieldFindsTheRowsOfThatMinute) {
+TEST_P(QueryOnDatabase, MinuteFieldFindsTheRowsOfThatMinute) {
   EXPECT_EQ(Find("Placed", F_Date, D_YMDHN, "5/6/2003 10:30"), (Ids{1, 4}));
   EXPECT_EQ(Find("Placed", F_Date, D_YMDHNS, "5/6/2003 10:30"), (Ids{4}));
 }
 
-TEST_F(QueryOnSqlite, NumberAndCurrencyPredicatesRunAsWritten) {
+TEST_P(QueryOnDatabase, NumberAndCurrencyPredicatesRunAsWritten) {
   EXPECT_EQ(Find("Qty", F_Numeral, D_YMDHNS, ">=0 AND <6"), (Ids{1}));
   EXPECT_EQ(Find("Qty", F_Numeral, D_YMDHNS, "NOT 5"), (Ids{2, 3, 4}));
   EXPECT_EQ(Find("Qty", F_Numeral, D_YMDHNS, "NOT>0"), (Ids{2, 3}));
@@ -87,6 +89,8 @@ TEST_F(QueryOnSqlite, NumberAndCurrencyPredicatesRunAsWritten) {
   EXPECT_EQ(Find("Price", F_Currency, D_YMDHNS, "$1,234.50"), (Ids{1}));
   EXPECT_EQ(Find("Price", F_Currency, D_YMDHNS, "<>10"), (Ids{1, 3, 4}));
 }
+
+VARNEL_ON_EVERY_PROVIDER(QueryOnDatabase);
 
 }  // namespace
 }  // namespace varnel::testing

@@ -1,0 +1,51 @@
+// Cuts SQL text into tokens so that rewriting it never touches quoted text:
+// 'text' (also E'...' with backslash escapes), "names", $tag$ bodies $tag$
+// and comments pass through whole, and a [bracketed name] is one token.
+//
+//   std::vector<SqlToken> tokens = ScanSql("SELECT [Qty] FROM T WHERE a LIKE 'x?'");
+//   // Word SELECT, Blank, BracketName [Qty], ..., Word LIKE, Blank, Text 'x?'
+//
+// A '[' directly after a name, a ')' or a ']' (a[1], f(x)[2]) or after the
+// word ARRAY opens a subscript, not a name. A '?' outside quoted text is a
+// placeholder. Unterminated quotes and comments run to the end of the text.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace varnel::db::internal {
+
+enum class SqlTokenKind {
+  kBlank,        // spaces, tabs, line ends
+  kComment,      // -- to the end of the line, or /* ... */ (nested)
+  kWord,         // a keyword or an unquoted name
+  kNumber,       // 12, 1.5, .5, 1e-3
+  kText,         // '...', E'...', $tag$...$tag$
+  kQuotedName,   // "..."
+  kBracketName,  // [...]
+  kPlaceholder,  // ?
+  kSemicolon,    // ;
+  kOperator,     // a run of operator characters: = <> <= + - * / ...
+  kPunctuation,  // one of ( ) , . : [ ] and anything else
+};
+
+struct SqlToken {
+  SqlTokenKind kind;
+  std::string_view text;  // a view into the scanned SQL
+};
+
+// The tokens of Sql, in order; their texts put together give Sql back.
+std::vector<SqlToken> ScanSql(std::string_view sql);
+
+// The name inside a kBracketName token: "[a]]b]" is a]b.
+std::string BracketedName(std::string_view token);
+
+// True when Word is Keyword, compared without regard to ASCII case.
+bool IsKeyword(std::string_view word, std::string_view keyword);
+
+// The statements of a script, split at ';' outside quoted text; statements
+// holding only blanks and comments are left out.
+std::vector<std::string_view> SplitStatements(std::string_view sql);
+
+}  // namespace varnel::db::internal
