@@ -12,17 +12,15 @@
 namespace varnel::internal {
 namespace {
 
-// The status the change is made under: the pending edit's own when the change
-// goes to its row; otherwise an existing row starts being edited, as from
-// E_Default, and the pending edit is saved first.
+// The status the change is made under, which also decides its permission:
+// the pending edit's own when the change goes to its row; otherwise an
+// existing row starts being edited, as from E_Default (so EditModify applies
+// even while a deletion waits), and what is pending is saved first.
 Enum_EditStatus EffectiveStatus(const RecordsetState& rs, int32_t target) {
   const Enum_EditStatus status = rs.edit_status;
   if (status == E_Modify || status == E_AddNew || status == E_Copy) {
     const std::optional<int32_t> pending = PendingRow(rs);
     return pending && *pending != target ? E_Default : status;
-  }
-  if (status == E_Query) {
-    return status;
   }
   return E_Default;
 }
@@ -145,7 +143,9 @@ bool ModifyField(RecordsetState& rs, const Variant& key, const Variant& value, i
   if (status == E_Nothing) {
     return false;
   }
-  ClsFields& field = *rs.fields[FieldIndex(rs, key)];
+  // Held for the whole change: a handler may remove the field meanwhile.
+  const std::shared_ptr<ClsFields> held = rs.fields[FieldIndex(rs, key)];
+  ClsFields& field = *held;
   if (status == E_Query) {
     return ModifyCriterion(rs, field, value);
   }

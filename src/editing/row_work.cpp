@@ -59,9 +59,9 @@ void RestoreSnapshot(RecordsetState& rs) {
   if (HoldsRow(rs, rs.saved_values) && row >= 1 && row <= rs.Rows()) {
     const std::vector<Variant>& kept = *rs.saved_values;
     for (size_t i = 0; i < rs.fields.size(); ++i) {
-      Variant& value = FieldAccess::Values(*rs.fields[i])[row];
-      if (!(value == kept[i])) {
-        value = kept[i];
+      std::vector<Variant>& values = FieldAccess::Values(*rs.fields[i]);
+      if (static_cast<size_t>(row) < values.size() && !(values[row] == kept[i])) {
+        values[row] = kept[i];
         if (rs.fields[i]->IsSum) {
           RecomputeSum(rs, i);
         }
