@@ -70,7 +70,7 @@ int RunScreen(const Options& options, bool interactive) {
   const std::vector<std::string> keys = writer.KeyColumns();
   ProtectKeys(rs, keys);
   if (!options.table.empty() && !keys.empty()) {
-    rs.OrderByField1 = keys.front();
+    rs.OrderByField1 = "[" + keys.front() + "]";  // the library's form of a column name
   }
   LoadProgress progress(rs);
   ReopenOnRefresh reopen(rs);

@@ -1,41 +1,46 @@
 // The program on databases other than the sample: any table (a field per
-// column, saved by its primary key), a screen read from a field-information
-// table, and what it does with a bad command line.
+// column, saved by its primary key) on every provider, a screen read from a
+// field-information table, and what it does with a bad command line.
 #include <string>
 
 #include "app_fixture.h"
+#include "support/test_database.h"
 
 namespace varnel::testing {
 namespace {
 
 constexpr auto npos = std::string::npos;
 
-class AppOnTable : public ::testing::Test {
+class AppOnTable : public ::testing::TestWithParam<TestProvider> {
  protected:
   void SetUp() override {
     database_ = std::make_shared<db::Connection>();
-    database_->Open(dir_.SqliteConnection("people.db"));
+    database_->Open(db_.ConnectionString("people.db"));
+    // A key the database fills in: SQLite's rowid, PostgreSQL's sequence.
+    const char* key =
+        GetParam() == TestProvider::kSqlite ? "INTEGER PRIMARY KEY" : "SERIAL PRIMARY KEY";
+    database_->Execute(std::string("CREATE TABLE People (\"Id\" ") + key +
+                       ", \"Name\" VARCHAR(30), \"Born\" DATE, \"Active\" BOOLEAN,"
+                       " \"Score\" DOUBLE PRECISION)");
     database_->Execute(
-        "CREATE TABLE People (Id INTEGER PRIMARY KEY, Name VARCHAR(30), Born DATE,"
-        " Active BOOLEAN, Score REAL)");
-    database_->Execute(
-        "INSERT INTO People (Name, Born, Active, Score) VALUES"
-        " ('Ada', '1815-12-10', 1, 9.5), ('Alan', '1912-06-23', 0, 8)");
+        "INSERT INTO People ([Name], [Born], [Active], [Score]) VALUES"
+        " ('Ada', '1815-12-10', TRUE, 9.5), ('Alan', '1912-06-23', FALSE, 8)");
   }
 
   AppRun Run(const std::string& script, const std::vector<std::string>& extra = {}) {
     std::vector<std::string> args = {"--data-dir", dir_.path().string(),
                                      "--lang",     "en",
-                                     "--connect",  dir_.SqliteConnection("people.db")};
+                                     "--connect",  db_.ConnectionString("people.db")};
     args.insert(args.end(), extra.begin(), extra.end());
     return RunApp(args, script);
   }
 
   TempDir dir_;
+  TestDatabase db_{GetParam()};
   std::shared_ptr<db::Connection> database_;
 };
 
-TEST_F(AppOnTable, AnyTableOpensWithAFieldPerColumnAndSavesByItsKey) {
+TEST_P(AppOnTable, AnyTableOpensWithAFieldPerColumnAndSavesByItsKey) {
   const AppRun run =
       Run("last\nset Score 7.25\nsave\nnew\nset Name Grace\nset Born 1906-12-09\nsave\nsql\nquit\n",
           {"--table", "People"});
@@ -44,29 +49,35 @@ TEST_F(AppOnTable, AnyTableOpensWithAFieldPerColumnAndSavesByItsKey) {
   EXPECT_EQ(CountLines(run.output, "Saved."), 2);
   EXPECT_EQ(FieldValue(run.output, "Id"), "3");
   EXPECT_EQ(FieldValue(run.output, "Born"), "1906-12-09");
-  EXPECT_NE(run.output.find("Select * From People Order By Id Asc"), npos);
+  EXPECT_NE(run.output.find("Select * From People Order By [Id] Asc"), npos);
 
   db::Recordset check;
-  check.Open("SELECT Score FROM People WHERE Id = 2", database_);
+  check.Open("SELECT [Score] FROM People WHERE [Id] = 2", database_);
   EXPECT_EQ(check.Fields().Item(0).Value(), Variant(7.25));
   check.Close();
-  check.Open("SELECT Name, Born FROM People WHERE Id = 3", database_);
+  check.Open("SELECT [Name], [Born] FROM People WHERE [Id] = 3", database_);
   EXPECT_EQ(check.Fields().Item("Name").Value(), Variant("Grace"));
   EXPECT_EQ(check.Fields().Item("Born").Value(), Variant(CDate(Variant("1906-12-09"))));
 }
 
-TEST_F(AppOnTable, NamedKeyColumnIdentifiesRowsWithoutAPrimaryKey) {
-  database_->Execute("CREATE TABLE Tags (Code VARCHAR(8), Label VARCHAR(20))");
+TEST_P(AppOnTable, NamedKeyColumnIdentifiesRowsWithoutAPrimaryKey) {
+  database_->Execute("CREATE TABLE Tags (\"Code\" VARCHAR(8), \"Label\" VARCHAR(20))");
   database_->Execute("INSERT INTO Tags VALUES ('a', 'first'), ('b', 'second')");
   const AppRun run =
       Run("next\nset Label renamed\nsave\nquit\n", {"--table", "Tags", "--key", "Code"});
   EXPECT_NE(run.output.find("Saved."), npos) << run.output;
   db::Recordset check;
-  check.Open("SELECT Label FROM Tags WHERE Code = 'b'", database_);
+  check.Open("SELECT [Label] FROM Tags WHERE [Code] = 'b'", database_);
   EXPECT_EQ(check.Fields().Item(0).Value(), Variant("renamed"));
 }
 
-TEST_F(AppOnTable, ScreenFromAFieldInformationTable) {
+// The program's own sample database (SQLite) as a --connect database.
+class AppOnSample : public ::testing::Test {
+ protected:
+  TempDir dir_;
+};
+
+TEST_F(AppOnSample, ScreenFromAFieldInformationTable) {
   const AppRun first = RunApp({"--data-dir", dir_.path().string(), "--lang", "en"}, "quit\n");
   ASSERT_EQ(first.exit_code, 0) << first.output;
   const std::string sample = "Provider=SQLite;Data Source=" + (dir_.path() / "sample.db").string();
@@ -77,7 +88,7 @@ TEST_F(AppOnTable, ScreenFromAFieldInformationTable) {
   EXPECT_NE(run.output.find("  * Unit price"), npos);
 }
 
-TEST_F(AppOnTable, ScriptedSessionShowsNoPromptsColoursOrProgress) {
+TEST_P(AppOnTable, ScriptedSessionShowsNoPromptsColoursOrProgress) {
   const AppRun run = Run("next\nquit\n", {"--table", "People"});
   EXPECT_EQ(run.output.find('\033'), npos);
   EXPECT_EQ(run.output.find('\r'), npos);
@@ -85,7 +96,7 @@ TEST_F(AppOnTable, ScriptedSessionShowsNoPromptsColoursOrProgress) {
   EXPECT_EQ(LinesStartingWith(run.output, "varnel> "), 2);  // the two commands, echoed
 }
 
-TEST_F(AppOnTable, BadCommandLinesAndDatabasesEndWithAFailure) {
+TEST_P(AppOnTable, BadCommandLinesAndDatabasesEndWithAFailure) {
   EXPECT_EQ(Run("", {}).exit_code, 2);  // --connect without --table or --view
   const AppRun bad_provider = RunApp(
       {"--data-dir", dir_.path().string(), "--connect", "Provider=Nowhere", "--table", "T"}, "");
@@ -96,6 +107,8 @@ TEST_F(AppOnTable, BadCommandLinesAndDatabasesEndWithAFailure) {
   EXPECT_NE(unknown.output.find("There is no field 'Nothing'."), npos);
   EXPECT_NE(unknown.output.find("There is no row 99."), npos);
 }
+
+VARNEL_ON_EVERY_PROVIDER(AppOnTable);
 
 }  // namespace
 }  // namespace varnel::testing
