@@ -5,6 +5,7 @@
 
 #include "editing/edit_status.h"
 #include "fields/field_access.h"
+#include "recordset/column_total.h"
 #include "recordset/row_store.h"
 
 namespace varnel::internal {
@@ -26,15 +27,6 @@ std::vector<Variant> RowWithMark(const RecordsetState& rs, int32_t row) {
 
 bool HoldsRow(const RecordsetState& rs, const std::optional<std::vector<Variant>>& kept) {
   return kept && kept->size() == rs.fields.size() + 1 && kept->back().VarType() == vbBoolean;
-}
-
-// The value a summed field adds to its total, as RecomputeSum counts it:
-// numbers and numeric text, as Currency in a currency field.
-std::optional<Variant> Addend(const ClsFields& field, const Variant& value) {
-  if (!value.IsNumber() && !(value.IsString() && IsNumeric(value))) {
-    return std::nullopt;
-  }
-  return field.FieldType == F_Currency ? Variant(value.ToCurrency()) : value;
 }
 
 }  // namespace
@@ -142,7 +134,7 @@ void TotalsAfterAppend(RecordsetState& rs, int32_t row) {
     }
     if (!field.SumValue.IsNumber()) {
       RecomputeSum(rs, i);  // no running total to add to
-    } else if (const auto addend = Addend(field, FieldAccess::Values(field)[row])) {
+    } else if (const auto addend = TotalAddend(field, FieldAccess::Values(field)[row])) {
       field.SumValue = field.SumValue + *addend;
     }
   }
