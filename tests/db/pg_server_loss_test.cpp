@@ -66,6 +66,7 @@ TEST_F(PostgresServerLoss, NextCallFailsClearlyThenTheConnectionComesBackWithThe
   EXPECT_NE(refused.Description().find("Cannot connect to the PostgreSQL server at 127.0.0.1:"),
             std::string::npos)
       << refused.Description();
+  EXPECT_NE(refused.Description().find("executing 'UPDATE Items"), std::string::npos);
   ExpectNoPassword(refused.Description());
   EXPECT_EQ(cn_->State(), 1) << "the connection stays open until the client closes it";
 

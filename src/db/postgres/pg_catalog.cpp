@@ -2,6 +2,8 @@
 
 #include <cstdlib>
 
+#include "varnel/variant.h"
+
 namespace varnel::db::internal {
 namespace {
 
@@ -86,9 +88,27 @@ const CatalogName* PgCatalog::Find(std::string_view name) {
   return found;
 }
 
+namespace {
+
+// The lookup of a catalog that cannot be read: every name is unknown.
+class NoNames final : public NameLookup {
+ public:
+  const CatalogName* Find(std::string_view) override { return nullptr; }
+};
+
+}  // namespace
+
 std::string PgTranslator::ToDatabaseSql(std::string_view sql) {
   catalog_.BeginTranslation();
-  return TranslateForPostgres(sql, catalog_);
+  try {
+    return TranslateForPostgres(sql, catalog_);
+  } catch (const VbError&) {
+    // The names cannot be read (the server is gone): the statement is sent as
+    // its unquoted names would mean it, and its own failure says what happened
+    // to it.
+    NoNames none;
+    return TranslateForPostgres(sql, none);
+  }
 }
 
 }  // namespace varnel::db::internal
