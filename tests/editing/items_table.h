@@ -1,7 +1,6 @@
 // A database (SQLite unless another provider is asked for) with an Items table
 // (Id INTEGER PRIMARY KEY, Name TEXT, Qty INTEGER, Price DOUBLE PRECISION), a
-// recordset loaded from it by InitDataSource, and a comparison of the rows in
-// memory with the rows in the table.
+// recordset loaded from it, and a comparison of memory with the table.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -20,6 +19,10 @@ struct ItemRow {
   int32_t id;
   Variant name, qty, price;
 };
+
+inline bool SameCell(const Variant& a, const Variant& b) {
+  return a.IsBlank() == b.IsBlank() && (a.IsBlank() || ValuesEqual(a, b));
+}
 
 class ItemsTable {
  public:
@@ -48,8 +51,7 @@ class ItemsTable {
     rs.UserOpenMode = U_Auto;
     rs.OrderByField1 = "[Id]";
     for (const char* column : kColumns) {
-      auto field = rs.Add(column);
-      field->FieldType = std::string(column) == "Name" ? F_Text : F_Numeral;
+      rs.Add(column)->FieldType = std::string(column) == "Name" ? F_Text : F_Numeral;
     }
     rs.Item("Id")->Edit = false;
     rs.Item("Price")->NumType = N_Float;
@@ -61,10 +63,10 @@ class ItemsTable {
     db::Recordset table;
     table.Open("SELECT [Id], [Name], [Qty], [Price] FROM Items", connection);
     std::map<int32_t, std::vector<Variant>> out;
-    if (table.RecordCount() == 0) {
-      return out;
+    std::vector<std::vector<Variant>> columns(1);
+    if (table.RecordCount() > 0) {
+      columns = table.GetRows();
     }
-    const auto columns = table.GetRows();
     for (size_t r = 0; r < columns[0].size(); ++r) {
       out[columns[0][r].ToLong()] = {columns[1][r], columns[2][r], columns[3][r]};
     }
@@ -74,30 +76,20 @@ class ItemsTable {
   // Empty when the rows in memory are the rows in the table, else what differs.
   std::string Difference(ClsRecordset& rs) const {
     std::map<int32_t, std::vector<Variant>> table = Rows();
-    std::string out;
     for (int32_t r = 1; r <= rs.Rows(); ++r) {
       const Variant key = rs.Item("Id")->GetValue(r);
-      if (key.IsBlank()) {
-        return "row " + std::to_string(r) + " has no Id";
-      }
-      const auto found = table.find(key.ToLong());
+      const auto found = key.IsBlank() ? table.end() : table.find(key.ToLong());
       if (found == table.end()) {
-        return "Id " + CStr(key) + " is not in the table";
+        return "row " + std::to_string(r) + " (Id " + CStr(Concat(key, "")) + ") not in the table";
       }
       for (size_t c = 1; c < 4; ++c) {
-        const Variant mine = rs.Item(kColumns[c])->GetValue(r);
-        const Variant theirs = found->second[c - 1];
-        if (mine.IsBlank() != theirs.IsBlank() || (!mine.IsBlank() && !ValuesEqual(mine, theirs))) {
-          return "Id " + CStr(key) + " " + kColumns[c] + ": " + CStr(Concat(mine, "")) +
-                 " in memory, " + CStr(Concat(theirs, "")) + " in the table";
+        if (!SameCell(rs.Item(kColumns[c])->GetValue(r), found->second[c - 1])) {
+          return "Id " + CStr(key) + " " + kColumns[c] + " differs";
         }
       }
       table.erase(found);
     }
-    if (!table.empty()) {
-      return "Id " + std::to_string(table.begin()->first) + " is only in the table";
-    }
-    return out;
+    return table.empty() ? "" : "Id " + std::to_string(table.begin()->first) + " only in the table";
   }
 
   TestDatabase db;

@@ -1,3 +1,5 @@
+// Query by form: entering query mode, the criteria kept between queries, and
+// the reload of the rows that match.
 #include "editing/items_table.h"
 #include "support/capture_ui.h"
 #include "support/event_log.h"
@@ -5,13 +7,17 @@
 namespace varnel::testing {
 namespace {
 
+// Refuses every save, or cancels ExecuteQuery.
+class Refusing : public ClsRecordsetEvents {
+ public:
+  void UserUpdateRecord(Enum_EditRecord& Update_Succeed) override { Update_Succeed = E_Defeat; }
+  void ExecuteQueryBefore(bool& Cancel) override { Cancel = true; }
+};
+
 class QueryMode : public ::testing::TestWithParam<TestProvider> {
  protected:
   QueryMode()
-      : table({{1, "Ann", int32_t{2}, 1.5},
-               {2, "Bo", int32_t{3}, 2.0},
-               {3, "Cy", int32_t{4}, 0.5},
-               {4, "Di", int32_t{5}, 1.0}},
+      : table({{1, "Ann", 2, 1.5}, {2, "Bo", 3, 2.0}, {3, "Cy", 4, 0.5}, {4, "Di", 5, 1.0}},
               GetParam()) {
     table.Load(rs);
     rs.Advise(&log);
@@ -20,11 +26,12 @@ class QueryMode : public ::testing::TestWithParam<TestProvider> {
 
   CaptureScope capture;
   EventLog log;
+  Refusing refusing;
   ItemsTable table;
   ClsRecordset rs;
 };
 
-TEST_P(QueryMode, NewQueryEmptiesTheCriteriaAndRefineKeepsThem) {
+TEST_P(QueryMode, NewQueryEmptiesTheCriteriaAndExecuteReloadsTheRowsThatMatch) {
   EXPECT_FALSE(rs.NewQuery());
   EXPECT_EQ(log.Joined(),
             "NewQueryBefore,UpdateRecordBefore,RecordPointerChange2,EditStatusChange,"
@@ -33,13 +40,6 @@ TEST_P(QueryMode, NewQueryEmptiesTheCriteriaAndRefineKeepsThem) {
   EXPECT_EQ(rs.Item("Name")->QueryValue, "");
   EXPECT_FALSE(rs.Modify("Qty", ">=3", 2));
   EXPECT_EQ(rs.Item("Qty")->GetValue(4), Variant(">=3"));
-  EXPECT_FALSE(rs.RefineQuery());
-  EXPECT_EQ(rs.Item("Qty")->QueryValue, ">=3");
-}
-
-TEST_P(QueryMode, ExecuteQueryReloadsTheRowsThatMatch) {
-  rs.NewQuery();
-  rs.Modify("Qty", ">=3");
   log.Clear();
   EXPECT_FALSE(rs.ExecuteQuery());
   EXPECT_EQ(log.names.front(), "ExecuteQueryBefore");
@@ -50,18 +50,22 @@ TEST_P(QueryMode, ExecuteQueryReloadsTheRowsThatMatch) {
   EXPECT_EQ(rs.EditStatus(), E_Default);
   EXPECT_EQ(rs.Rows(), 3);
   EXPECT_EQ(rs.Item("Name")->GetValue(1), Variant("Bo"));
-  rs.RefineQuery();  // starts from the criteria that produced these rows
+  EXPECT_FALSE(rs.RefineQuery());  // starts from the criteria that produced these rows
+  EXPECT_EQ(rs.Item("Qty")->QueryValue, ">=3");
   rs.Modify("Name", "Cy");
   EXPECT_FALSE(rs.ExecuteQuery());
   EXPECT_EQ(rs.Rows(), 1);
   EXPECT_TRUE(capture.shown().empty());
 }
 
-TEST_P(QueryMode, UnbuildableConditionKeepsTheSavedCriteria) {
+TEST_P(QueryMode, UnbuildableConditionKeepsQueryModeAndCancelRestoresTheSavedCriteria) {
+  log.Clear();
+  EXPECT_FALSE(rs.CancelQuery());  // outside query mode: nothing
+  EXPECT_EQ(log.Joined(), "");
   rs.NewQuery();
   rs.Modify("Qty", ">=many");
   EXPECT_TRUE(rs.ExecuteQuery());
-  EXPECT_FALSE(capture.shown().empty());
+  EXPECT_EQ(capture.shown().size(), 1u);
   EXPECT_EQ(rs.EditStatus(), E_Query);
   EXPECT_EQ(rs.Rows(), 4);
   log.Clear();
@@ -69,30 +73,7 @@ TEST_P(QueryMode, UnbuildableConditionKeepsTheSavedCriteria) {
   EXPECT_EQ(log.Joined(),
             "CancelQueryBefore,EditStatusChange,SysCancelQueryAfter,CancelQueryAfter,"
             "RecordPointerChange");
-  EXPECT_EQ(rs.Item("Name")->QueryValue, "old");
-  EXPECT_EQ(rs.Item("Qty")->QueryValue, "");
-}
-
-class CancelExecute : public ClsRecordsetEvents {
- public:
-  void ExecuteQueryBefore(bool& Cancel) override { Cancel = true; }
-};
-
-TEST_P(QueryMode, CancelledExecuteDropsTheSavedCriteria) {
-  CancelExecute veto;
-  rs.Advise(&veto);
-  rs.NewQuery();
-  EXPECT_FALSE(rs.ExecuteQuery());
-  EXPECT_EQ(rs.EditStatus(), E_Query);
-  EXPECT_TRUE(rs.CancelQuery());  // nothing saved to give back: reported
-  EXPECT_EQ(capture.shown().size(), 1u);
-  EXPECT_EQ(rs.EditStatus(), E_Query);
-}
-
-TEST_P(QueryMode, CancelOutsideQueryModeDoesNothingAndClearEmptiesAll) {
-  log.Clear();
-  EXPECT_FALSE(rs.CancelQuery());
-  EXPECT_EQ(log.Joined(), "");
+  EXPECT_EQ(rs.Item("Name")->QueryValue + "|" + rs.Item("Qty")->QueryValue, "old|");
   rs.NewQuery();
   rs.Modify("Qty", ">=3");
   log.Clear();
@@ -104,14 +85,16 @@ TEST_P(QueryMode, CancelOutsideQueryModeDoesNothingAndClearEmptiesAll) {
   }
 }
 
-class Refuse : public ClsRecordsetEvents {
- public:
-  void UserUpdateRecord(Enum_EditRecord& Update_Succeed) override { Update_Succeed = E_Defeat; }
-};
-
-TEST_P(QueryMode, PendingEditThatCannotBeSavedKeepsQueryModeOut) {
-  Refuse refuse;
-  rs.Advise(&refuse);
+TEST_P(QueryMode, CancelledExecuteDropsTheSavedCriteriaAndAnUnsavedEditKeepsQueryModeOut) {
+  rs.Advise(&refusing);
+  rs.NewQuery();
+  EXPECT_FALSE(rs.ExecuteQuery());
+  EXPECT_EQ(rs.EditStatus(), E_Query);
+  EXPECT_TRUE(rs.CancelQuery());  // nothing saved to give back: reported
+  EXPECT_EQ(capture.shown().size(), 1u);
+  EXPECT_EQ(rs.EditStatus(), E_Query);
+  rs.EditStatus(E_Default);
+  rs.Item("Name")->QueryValue = "old";
   rs.Modify("Name", "Zed");
   EXPECT_FALSE(rs.NewQuery());
   EXPECT_EQ(rs.EditStatus(), E_Modify);

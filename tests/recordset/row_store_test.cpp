@@ -1,3 +1,5 @@
+// Whole-row operations on the value store: sizing, the pointer, insertion and
+// erasure, row copies, totals, auto-coding and the main field.
 #include "recordset/row_store.h"
 
 #include <gtest/gtest.h>
@@ -10,9 +12,6 @@
 namespace varnel {
 namespace {
 
-using internal::RecordsetAccess;
-using internal::RecordsetState;
-
 class RowStore : public ::testing::Test {
  protected:
   void SetUp() override {
@@ -24,98 +23,64 @@ class RowStore : public ::testing::Test {
       b->SetValue(Variant("b" + std::to_string(row)), row);
     }
   }
-  RecordsetState& state() { return RecordsetAccess::State(rs); }
-  std::vector<Variant> Column(const ClsFields& f) { return internal::FieldAccess::Values(f); }
+  internal::RecordsetState& state() { return internal::RecordsetAccess::State(rs); }
+  // Column A as text, "-" for Empty.
+  std::string ColumnA() {
+    std::string out;
+    for (const Variant& v : internal::FieldAccess::Values(*a)) {
+      out += (out.empty() ? "" : ",") + (v.IsEmpty() ? std::string("-") : CStr(v));
+    }
+    return out;
+  }
 
   ClsRecordset rs;
-  std::shared_ptr<ClsFields> a;
-  std::shared_ptr<ClsFields> b;
+  std::shared_ptr<ClsFields> a, b;
 };
 
-TEST_F(RowStore, GrowingKeepsValuesAndLeavesNewRowsUnmarked) {
+TEST_F(RowStore, ResizingKeepsValuesLeavesNewRowsUnmarkedAndBringsThePointerIntoRange) {
   state().edit_marks.assign(4, 1);
   rs.Rows(5);
-  EXPECT_EQ(rs.Rows(), 5);
-  EXPECT_EQ(a->GetValue(3), Variant(int32_t{30}));
-  EXPECT_TRUE(a->GetValue(5).IsEmpty());
-  EXPECT_FALSE(rs.GetEdit(4));
-  EXPECT_FALSE(rs.GetEdit(5));
-  EXPECT_FALSE(rs.GetSelectRow(5));
+  EXPECT_EQ(ColumnA(), "-,10,20,30,-,-");
   EXPECT_TRUE(rs.GetEdit(3));
-}
-
-TEST_F(RowStore, ResizingBringsThePointerIntoRange) {
-  const struct {
-    int32_t pointer_before;
-    int32_t rows;
-    int32_t pointer_after;
-  } cases[] = {{3, 2, 2}, {0, 2, 1}, {2, 4, 2}, {2, 0, 0}, {-1, 2, -1}};
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.pointer_before);
+  EXPECT_FALSE(rs.GetEdit(4) || rs.GetEdit(5) || rs.GetSelectRow(5));
+  const int32_t cases[][3] = {{3, 2, 2}, {0, 2, 1}, {2, 4, 2}, {2, 0, 0}, {-1, 2, -1}};
+  for (const auto& [before, rows, after] : cases) {
     rs.Rows(3);
-    state().current_row = c.pointer_before;
-    rs.Rows(c.rows);
-    EXPECT_EQ(state().current_row, c.pointer_after);
+    state().current_row = before;
+    rs.Rows(rows);
+    EXPECT_EQ(state().current_row, after) << before << " " << rows;
   }
-}
-
-TEST_F(RowStore, NegativeRowCountIsReportedAndChangesNothing) {
   testing::CaptureScope capture;
   rs.Rows(-1);
-  EXPECT_EQ(rs.Rows(), 3);
-  ASSERT_EQ(capture.shown().size(), 1u);
+  EXPECT_EQ(rs.Rows(), 2);
+  EXPECT_EQ(capture.shown().size(), 1u);
 }
 
 TEST_F(RowStore, PositionGetterClampsAStalePointer) {
-  const struct {
-    int32_t stored;
-    int32_t read;
-  } cases[] = {{7, 3}, {0, 1}, {-4, 1}, {2, 2}};
-  for (const auto& c : cases) {
-    state().current_row = c.stored;
-    EXPECT_EQ(rs.AbsolutePosition(), c.read);
-    EXPECT_EQ(state().current_row, c.read);
+  for (const auto& [stored, read] : {std::pair{7, 3}, {0, 1}, {-4, 1}, {2, 2}}) {
+    state().current_row = stored;
+    EXPECT_EQ(rs.AbsolutePosition(), read);
+    EXPECT_EQ(state().current_row, read);
   }
   state().select_marks.clear();
   state().edit_marks.clear();
   state().current_row = -1;
-  EXPECT_EQ(rs.Rows(), 0);
   EXPECT_EQ(rs.AbsolutePosition(), -1);  // left alone while there are no rows
 }
 
-TEST_F(RowStore, EraseRowMovesLaterRowsUpInEveryColumnAndMark) {
-  state().edit_marks = {0, 1, 0, 1};
-  internal::EraseRow(state(), 1);
-  EXPECT_EQ(rs.Rows(), 2);
-  EXPECT_EQ(Column(*a),
-            (std::vector<Variant>{Variant(), Variant(int32_t{20}), Variant(int32_t{30})}));
-  EXPECT_EQ(b->GetValue(1), Variant("b2"));
-  EXPECT_EQ(state().edit_marks, (std::vector<uint8_t>{0, 0, 1}));
-}
-
-TEST_F(RowStore, InsertRowOpensAnEmptyUnmarkedRow) {
+TEST_F(RowStore, InsertAndEraseShiftEveryColumnAndMark) {
   state().edit_marks = {0, 1, 1, 1};
   internal::InsertRow(state(), 2);
-  EXPECT_EQ(rs.Rows(), 4);
-  EXPECT_EQ(a->GetValue(1), Variant(int32_t{10}));
-  EXPECT_TRUE(a->GetValue(2).IsEmpty());
-  EXPECT_EQ(a->GetValue(3), Variant(int32_t{20}));
+  EXPECT_EQ(ColumnA(), "-,10,-,20,30");
   EXPECT_EQ(state().edit_marks, (std::vector<uint8_t>{0, 1, 0, 1, 1}));
   internal::InsertRow(state(), 5);  // after the last row
-  EXPECT_EQ(rs.Rows(), 5);
   EXPECT_TRUE(b->GetValue(5).IsEmpty());
-}
-
-TEST(RowStoreEmpty, InsertIntoAnEmptyStoreMakesRowOne) {
-  ClsRecordset rs;
-  auto f = rs.Add("F");
-  internal::InsertRow(RecordsetAccess::State(rs), 1);
-  EXPECT_EQ(rs.Rows(), 1);
-  EXPECT_EQ(internal::FieldAccess::Values(*f).size(), 2u);
-}
-
-TEST_F(RowStore, RowPositionsOutsideTheStoreRaiseSubscriptOutOfRange) {
-  for (int32_t at : {0, 5}) {
+  state().edit_marks = {0, 1, 0, 1, 1, 0};
+  internal::EraseRow(state(), 1);
+  EXPECT_EQ(ColumnA(), "-,-,20,30,-");
+  EXPECT_EQ(b->GetValue(2), Variant("b2"));
+  EXPECT_EQ(state().edit_marks, (std::vector<uint8_t>{0, 0, 1, 1, 0}));
+  for (int32_t at : {0, 6}) {
     try {
       internal::InsertRow(state(), at);
       ADD_FAILURE() << at;
@@ -123,9 +88,12 @@ TEST_F(RowStore, RowPositionsOutsideTheStoreRaiseSubscriptOutOfRange) {
       EXPECT_EQ(e.Number(), 9);
     }
   }
-  EXPECT_THROW(internal::EraseRow(state(), 4), VbError);
-  EXPECT_THROW(internal::WriteRowValues(state(), 4, {}), VbError);
-  EXPECT_EQ(rs.Rows(), 3);
+  EXPECT_THROW(internal::EraseRow(state(), 5), VbError);
+  EXPECT_THROW(internal::WriteRowValues(state(), 5, {}), VbError);
+  ClsRecordset empty;
+  auto f = empty.Add("F");
+  internal::InsertRow(internal::RecordsetAccess::State(empty), 1);
+  EXPECT_EQ(internal::FieldAccess::Values(*f).size(), 2u);
 }
 
 TEST_F(RowStore, RowValuesRoundTripSilently) {
@@ -139,12 +107,10 @@ TEST_F(RowStore, RowValuesRoundTripSilently) {
   EXPECT_EQ(internal::RowValues(state(), 9), (std::vector<Variant>{Variant(), Variant()}));
 }
 
-TEST_F(RowStore, TotalsOfSummedFields) {
+TEST_F(RowStore, TotalsAutoCodesAndTheMainField) {
   auto money = rs.Add("Money");
   money->FieldType = F_Currency;
-  money->IsSum = true;
-  a->IsSum = true;
-  b->IsSum = false;
+  money->IsSum = a->IsSum = true;
   internal::WriteRowValues(state(), 1, {Variant(1.5), Variant(), Variant(Currency{12500})});
   internal::WriteRowValues(state(), 2, {Variant::Null(), Variant(), Variant(int32_t{2})});
   internal::WriteRowValues(state(), 3, {Variant("x"), Variant(), Variant("0.25")});
@@ -152,36 +118,20 @@ TEST_F(RowStore, TotalsOfSummedFields) {
   EXPECT_EQ(a->SumValue.ToDouble(), 1.5);
   EXPECT_EQ(money->SumValue, Variant(Currency{35000}));
   EXPECT_TRUE(b->SumValue.IsNull());
-}
-
-TEST_F(RowStore, EmptyColumnTotalsZero) {
-  a->IsSum = true;
   rs.Rows(0);
   internal::RecomputeSum(state(), 0);
-  EXPECT_EQ(a->SumValue.ToDouble(), 0);
-}
+  EXPECT_EQ(a->SumValue.ToDouble(), 0);  // an empty column totals zero
 
-TEST_F(RowStore, AutoCodingFieldsAreNumberedOneToRows) {
-  auto code = rs.Add("Code");
-  code->FieldType = F_AutoCoding;
+  rs.Rows(3);
+  money->FieldType = F_AutoCoding;
   internal::NumberAutoCodingRows(state());
-  EXPECT_EQ(code->GetValue(1), Variant(int32_t{1}));
-  EXPECT_EQ(code->GetValue(3), Variant(int32_t{3}));
-  EXPECT_EQ(a->GetValue(1), Variant(int32_t{10}));
-}
+  EXPECT_EQ(money->GetValue(3), Variant(int32_t{3}));
+  EXPECT_TRUE(a->GetValue(1).IsEmpty());
 
-TEST_F(RowStore, MainFieldIsTheFirstMainBooleanField) {
   EXPECT_EQ(internal::MainFieldName(state()), "");
-  a->IsMain = true;  // not Boolean
-  b->IsMain = true;
-  b->FieldType = F_Boolean;
-  auto later = rs.Add("Later");
-  later->IsMain = true;
-  later->FieldType = F_Boolean;
+  a->IsMain = b->IsMain = money->IsMain = true;  // A is not Boolean
+  b->FieldType = money->FieldType = F_Boolean;
   EXPECT_EQ(internal::MainFieldName(state()), "B");
-}
-
-TEST_F(RowStore, UnknownFieldIndexRaisesFive) {
   EXPECT_EQ(internal::FieldIndex(state(), Variant("b")), 1u);
   try {
     internal::FieldIndex(state(), Variant("nope"));

@@ -1,0 +1,346 @@
+// Editing one row at a time: the events of each operation, the permissions,
+// the values a new row takes, the undo layers and the save's refusals.
+#include <cmath>
+#include <stdexcept>
+
+#include "editing/order_screen.h"
+
+namespace varnel::testing {
+namespace {
+
+using RecordEditing = OrderScreen;
+
+// Answers SystemTime with 2003-05-06 14:30:15.4 unless told not to.
+class FixedClock : public ClsRecordsetEvents {
+ public:
+  void SystemTime(Date& SysTime) override { SysTime = Date{37747.0 + 52215.4 / 86400.0}; }
+};
+
+TEST_F(RecordEditing, FirstChangeSnapshotsTheRowAndKeepsThePointer) {
+  EXPECT_FALSE(rs.Modify("Name", "Zed", 2));
+  EXPECT_EQ(EditingEvents(log), "ModifyBefore,EditStatusChange,SysModifyAfter,ModifyAfter");
+  EXPECT_EQ(Column(name), "Ann,Zed,Cy");
+  EXPECT_EQ(rs.GetModifyValue("Name"), Variant("Bo"));
+  EXPECT_EQ(rs.AbsolutePosition(), 1);
+  EXPECT_FALSE(rs.Modify("Name", "Yul", 3));  // another row: row 2 is saved first
+  EXPECT_EQ(client.asked, 1);
+  EXPECT_EQ(rs.GetModifyValue("Name"), Variant("Cy"));
+  client.answer = E_Defeat;
+  EXPECT_TRUE(rs.Modify("Name", "Xia", 1));  // row 3 cannot be saved: row 1 stays
+  EXPECT_EQ(Column(name), "Ann,Zed,Yul");
+}
+
+TEST_F(RecordEditing, MainBooleanFieldStoresIntegerOneAndKeepsTheStatus) {
+  EXPECT_FALSE(rs.Modify("Main", false));
+  EXPECT_EQ(main->GetValue(1).VarType(), vbInteger);
+  EXPECT_EQ(main->GetValue(1).ToLong(), 1);
+  EXPECT_EQ(EditingEvents(log), "ModifyBefore,MainFieldChange,SysModifyAfter,ModifyAfter");
+  EXPECT_EQ(rs.EditStatus(), E_Default);
+}
+
+TEST_F(RecordEditing, ModifyPermissionTable) {
+  const struct {
+    Enum_EditStatus status;
+    bool add_new, modify, field_edit, row_mark, locked;
+    int32_t row;
+    bool refused;
+  } cases[] = {
+      {E_Default, 1, 1, 1, 1, 0, 0, false}, {E_Default, 1, 0, 1, 1, 0, 0, true},
+      {E_Modify, 1, 0, 1, 1, 0, 0, true},   {E_AddNew, 0, 1, 1, 1, 0, 0, true},
+      {E_Copy, 0, 1, 1, 1, 0, 0, true},     {E_AddNew, 1, 0, 1, 1, 0, 0, false},
+      {E_Default, 1, 1, 0, 1, 0, 0, true},  {E_Default, 1, 1, 1, 0, 0, 0, true},
+      {E_Default, 1, 1, 1, 1, 1, 0, true},  {E_Default, 1, 1, 1, 1, 1, 3, false},
+      {E_Query, 0, 0, 0, 0, 1, 0, false},  // query mode ignores every mark
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(&c - cases);
+    Fill({{1, "Ann", 2, 1.5}, {2, "Bo", 3, 2.0}, {3, "Cy", 4, 0.5}});
+    State().edit_status = c.status;
+    State().current_row = 3;
+    State().edit_marks[3] = c.row_mark;
+    State().locked = c.locked;
+    rs.EditAddNew = c.add_new;
+    rs.EditModify = c.modify;
+    name->Edit = c.field_edit;
+    capture.ui().shown.clear();
+    EXPECT_EQ(rs.Modify("Name", "Zed", c.row), c.refused);
+    EXPECT_EQ(capture.LastText(), c.refused ? "You can not update the read only field." : "");
+    EXPECT_EQ(name->GetValue(3), Variant(c.refused ? "Cy" : "Zed"));
+    if (c.refused) {
+      EXPECT_EQ(rs.EditStatus(), c.status);
+    }
+  }
+}
+
+TEST_F(RecordEditing, CancelledOrRejectedChangeStoresNothing) {
+  client.cancel = true;
+  EXPECT_TRUE(rs.Modify("Name", "Zed", 3));
+  EXPECT_EQ(State().saved_row, 3);  // the snapshot is replaced all the same
+  client.cancel = false;
+  qty->InputMax = Variant(int32_t{100});
+  EXPECT_TRUE(rs.Modify("Qty", int32_t{1000}));
+  EXPECT_EQ(capture.shown().size(), 1u);
+  EXPECT_EQ(EditingEvents(log), "ModifyBefore,ModifyBefore");
+  EXPECT_EQ(Column(name) + " " + Column(qty), "Ann,Bo,Cy 2,3,4");
+  EXPECT_EQ(rs.EditStatus(), E_Default);
+}
+
+TEST_F(RecordEditing, QueryModeModifyStoresTheRawCriterionAndIgnoresCancel) {
+  State().edit_status = E_Query;
+  client.cancel = true;
+  name->Edit = false;
+  EXPECT_FALSE(rs.Modify("Name", "not smith", 2));
+  EXPECT_EQ(name->QueryValue, "not smith");
+  EXPECT_EQ(internal::FieldAccess::Values(*name)[2], Variant("Bo"));
+  EXPECT_EQ(EditingEvents(log), "ModifyBefore,ValueQueryChange,SysModifyAfter,ModifyAfter");
+}
+
+TEST_F(RecordEditing, RefusedOperationsChangeNothing) {
+  State().edit_status = E_Nothing;
+  EXPECT_FALSE(rs.Modify("Name", "Zed"));
+  EXPECT_TRUE(rs.NewRecord());
+  EXPECT_EQ(rs.UpdateRecord(), E_Succeed);
+  State().edit_status = E_Query;
+  EXPECT_TRUE(rs.NewRecord());
+  EXPECT_TRUE(rs.CopyRecord());
+  EXPECT_TRUE(rs.DeleteRecord());
+  EXPECT_EQ(rs.UpdateRecord(), E_Succeed);
+  State().edit_status = E_Default;
+  rs.EditAddNew = rs.EditCopy = rs.EditDelete = false;
+  EXPECT_TRUE(rs.NewRecord());
+  EXPECT_TRUE(rs.CopyRecord());
+  EXPECT_TRUE(rs.DeleteRecord());
+  EXPECT_EQ(EditingEvents(log), "");
+  EXPECT_TRUE(capture.shown().empty());
+  EXPECT_TRUE(rs.Modify("Nope", "Zed"));
+  EXPECT_TRUE(rs.Modify("Name", "Zed", 9));
+  EXPECT_EQ(capture.shown().size(), 2u);
+  EXPECT_EQ(Column(name), "Ann,Bo,Cy");
+  client.cancel = true;
+  rs.EditAddNew = true;
+  EXPECT_FALSE(rs.NewRecord());
+  EXPECT_EQ(rs.Rows(), 3);
+  client.cancel = false;
+  EXPECT_FALSE(rs.NewRecord());
+  EXPECT_FALSE(rs.DeleteRecord());  // a row never saved may always go
+  EXPECT_EQ(rs.EditStatus(), E_AddNewDelete);
+}
+
+TEST_F(RecordEditing, NewRecordAppendsAnEditableRowAndTakesItsValuesInOrder) {
+  FixedClock clock;
+  rs.Advise(&clock);
+  auto ordered = rs.Add("Ordered");
+  ordered->FieldType = F_Date;
+  ordered->DateType = D_YMD;
+  ordered->DefaultValue = Variant(" toDAY ");
+  price->DefaultValue = Variant(2.5);
+  name->DefaultValue = Variant("new");
+  amount->DefaultValue = Variant(int32_t{99});  // the computed value wins over it
+  EXPECT_FALSE(rs.NewRecord("Qty", int32_t{4}));
+  EXPECT_EQ(EditingEvents(log),
+            "UpdateRecordBefore,RecordPointerChange2,NewRecordBefore,SystemTime,EditStatusChange,"
+            "SysNewRecordAfter,NewRecordAfter,RecordPointerChange");
+  EXPECT_EQ(rs.AbsolutePosition(), 4);
+  EXPECT_TRUE(rs.GetEdit(4));
+  EXPECT_FALSE(rs.GetSelectRow(4));
+  EXPECT_EQ(name->GetValue(4), Variant("new"));
+  EXPECT_EQ(ordered->GetValue(4), Variant(Date{37747}));
+  EXPECT_EQ(amount->GetValue(4).ToDouble(), 10);  // computed from the argument
+  EXPECT_EQ(amount->SumValue.ToDouble(), 21);
+  rs.UndoRecord();
+  EXPECT_FALSE(rs.NewRecord("Amount", int32_t{7}));  // the argument beats the computation
+  EXPECT_EQ(amount->GetValue(4).ToLong(), 7);
+}
+
+TEST_F(RecordEditing, CopyTakesTheCopiedFieldsAndDefaultsTheOthers) {
+  name->DefaultValue = Variant("copy");
+  State().current_row = 2;
+  EXPECT_FALSE(rs.CopyRecord());
+  EXPECT_EQ(EditingEvents(log),
+            "UpdateRecordBefore,RecordPointerChange2,CopyRecordBefore,EditStatusChange,"
+            "SysCopyRecordAfter,CopyRecordAfter,RecordPointerChange");
+  EXPECT_EQ(Column(name) + " " + Column(amount) + " " + Column(id),
+            "Ann,Bo,Cy,copy 3,6,2,6 1,2,3,Null");
+  EXPECT_EQ(rs.AbsolutePosition(), 4);
+}
+
+TEST_F(RecordEditing, DeletionKeepsTheRowAndMovesToTheNextOne) {
+  State().current_row = 2;
+  EXPECT_FALSE(rs.DeleteRecord());
+  EXPECT_EQ(EditingEvents(log),
+            "DeleteRecordBefore,MainFieldChange,EditStatusChange,SysDeleteRecordAfter,"
+            "DeleteRecordAfter,RecordPointerChange");
+  EXPECT_EQ(rs.GetDeleteValue("Name"), Variant("Bo"));
+  EXPECT_EQ(rs.AbsolutePosition(), 2);
+  rs.DeleteRecord();  // saves the first deletion, then deletes the last row
+  EXPECT_EQ(rs.AbsolutePosition(), 1);
+  Fill({});
+  log.Clear();
+  EXPECT_FALSE(rs.DeleteRecord());
+  EXPECT_EQ(EditingEvents(log), "");
+}
+
+TEST_F(RecordEditing, UndoPeelsOneLayerPerCall) {
+  rs.Modify("Name", "Zed", 2);
+  State().current_row = 2;
+  rs.DeleteRecord();
+  const char* layers[][2] = {
+      {"UndoRecordBefore,MainFieldChange,EditStatusChange,SysUndoRecordAfter,UndoRecordAfter,"
+       "RecordPointerChange",
+       "Ann,Zed,Cy"},
+      {"UndoRecordBefore,EditStatusChange,SysUndoRecordAfter,UndoRecordAfter,"
+       "RecordPointerChange,RecordPointerChange2",
+       "Ann,Bo,Cy"},
+      {"", "Ann,Bo,Cy"}};
+  for (const auto& layer : layers) {
+    log.Clear();
+    EXPECT_FALSE(rs.UndoRecord());
+    EXPECT_EQ(EditingEvents(log), layer[0]);
+    EXPECT_EQ(Column(name), layer[1]);
+    EXPECT_EQ(rs.AbsolutePosition(), 2);
+  }
+  rs.EditStatus(E_Modify);  // no snapshot: only the status goes back
+  EXPECT_FALSE(rs.UndoRecord());
+  EXPECT_EQ(rs.EditStatus(), E_Default);
+  rs.DeleteRecord();
+  client.cancel = true;
+  log.Clear();
+  EXPECT_FALSE(rs.UndoRecord());
+  EXPECT_EQ(EditingEvents(log), "UndoRecordBefore");
+  EXPECT_EQ(rs.Rows(), 2);
+}
+
+TEST_F(RecordEditing, UndoneRowKeepsItsEditMark) {
+  auto lock = rs.Add("Lock");
+  lock->FieldType = F_Locked;
+  rs.Modify("Lock", int32_t{1});  // locks row 1
+  EXPECT_FALSE(rs.GetEdit(1));
+  rs.UndoRecord();
+  EXPECT_TRUE(rs.GetEdit(1));
+  State().edit_marks[2] = 0;
+  State().current_row = 2;
+  rs.DeleteRecord();
+  rs.UndoRecord();
+  EXPECT_FALSE(rs.GetEdit(2));
+  EXPECT_TRUE(rs.GetEdit(3));
+}
+
+TEST_F(RecordEditing, SavingTheOnlyRowAnnouncesTheMainField) {
+  Fill({});
+  price->DefaultValue = Variant(1.0);
+  rs.NewRecord("Qty", int32_t{1});
+  log.Clear();
+  EXPECT_EQ(rs.UpdateRecord(), E_Succeed);
+  EXPECT_EQ(EditingEvents(log),
+            "UpdateRecordBefore,UserUpdateRecord,MainFieldChange,EditStatusChange,"
+            "SysUpdateRecordAfter,UpdateRecordAfter,RecordPointerChange,RecordPointerChange2");
+}
+
+TEST_F(RecordEditing, MissingRequiredValueIsReportedAndKeepsTheRow) {
+  EXPECT_FALSE(rs.NewRecord());
+  log.Clear();
+  EXPECT_EQ(rs.UpdateRecord(), E_Defeat);
+  EXPECT_EQ(EditingEvents(log), "UpdateRecordBefore");
+  ASSERT_EQ(capture.shown().size(), 1u);
+  EXPECT_EQ(capture.shown()[0].kind, ShownMessage::Error);
+  EXPECT_EQ(capture.shown()[0].caption, "Error");
+  EXPECT_NE(capture.shown()[0].title.find("94"), std::string::npos);
+  EXPECT_EQ(capture.LastText(), "Please enter value 'Amount' can not be null.");
+  EXPECT_EQ(rs.EditStatus(), E_AddNew);
+  rs.Modify("Qty", int32_t{2});
+  rs.Modify("Price", 1.0);
+  EXPECT_EQ(rs.UpdateRecord(), E_Succeed);
+}
+
+TEST_F(RecordEditing, CancelledSaveAsksNoOne) {
+  rs.Modify("Name", "Zed");
+  client.cancel_update = true;
+  EXPECT_EQ(rs.UpdateRecord(), E_Defeat);
+  EXPECT_EQ(client.asked, 0);
+  EXPECT_EQ(rs.EditStatus(), E_Modify);
+}
+
+TEST_F(RecordEditing, LockedOrUneditableRowDiscardsTheEditInMemory) {
+  rs.Modify("Name", "Zed");
+  rs.Locked(true);
+  log.Clear();
+  EXPECT_EQ(rs.UpdateRecord(), E_Succeed);
+  EXPECT_EQ(EditingEvents(log), "UpdateRecordBefore,EditStatusChange,RecordPointerChange2");
+  EXPECT_EQ(client.asked, 0);
+  EXPECT_EQ(Column(name), "Ann,Bo,Cy");
+  rs.Locked(false);
+  rs.NewRecord();
+  State().edit_marks[4] = 0;
+  EXPECT_EQ(rs.UpdateRecord(), E_Succeed);
+  EXPECT_EQ(rs.Rows(), 3);
+}
+
+TEST_F(RecordEditing, FailingSaveHandlerIsReportedAndKeepsTheEdit) {
+  struct Throwing : ClsRecordsetEvents {
+    void UserUpdateRecord(Enum_EditRecord&) override { throw std::runtime_error("disk full"); }
+  } thrower;
+  rs.Advise(&thrower);
+  rs.Modify("Name", "Zed");
+  EXPECT_EQ(rs.UpdateRecord(), E_Defeat);
+  EXPECT_EQ(capture.shown().size(), 1u);
+  EXPECT_EQ(rs.EditStatus(), E_Modify);
+  EXPECT_EQ(Column(name), "Zed,Bo,Cy");
+}
+
+TEST_F(RecordEditing, MainRowIsTheFirstPresentNonZeroValue) {
+  Fill({{1, "a", 1, 1}, {2, "b", 1, 1}, {3, "c", 1, 1}, {4, "d", 1, 1}});
+  const Variant none[] = {Variant(int16_t{0}), Variant::Null(), Variant(), Variant(int32_t{0})};
+  for (int32_t r = 1; r <= 4; ++r) {
+    main->SetValue(none[r - 1], r);
+  }
+  EXPECT_EQ(rs.GetIsMainRow("Main"), 0);
+  main->SetValue(Variant(int16_t{1}), 3);
+  main->SetValue(Variant(int16_t{1}), 4);
+  EXPECT_EQ(rs.GetIsMainRow("Main"), 3);
+  main->SetValue(Variant(true), 2);  // the Boolean True (-1) counts
+  EXPECT_EQ(rs.GetIsMainRow(Variant(int32_t{6})), 2);
+  Fill({});
+  EXPECT_EQ(rs.GetIsMainRow("NoSuchField"), 0);
+  EXPECT_TRUE(capture.shown().empty());
+}
+
+TEST_F(RecordEditing, ValuesBeforeModificationAndDeletion) {
+  EXPECT_TRUE(rs.GetModifyValue("Name").IsEmpty());
+  EXPECT_TRUE(rs.GetDeleteValue("Name").IsEmpty());
+  rs.Modify("Qty", int32_t{7});
+  EXPECT_EQ(rs.GetModifyValue(Variant(int32_t{3})).ToLong(), 2);
+  EXPECT_TRUE(rs.GetModifyValue("NoSuchField").IsEmpty());
+  rs.UpdateRecord();
+  rs.DeleteRecord();
+  EXPECT_EQ(rs.GetDeleteValue("Qty").ToLong(), 7);
+  qty->Col = 42;  // a Col outside the collection finds nothing
+  EXPECT_TRUE(rs.GetDeleteValue("Qty").IsEmpty());
+  EXPECT_TRUE(capture.shown().empty());
+}
+
+TEST_F(RecordEditing, SystemTimeIsCutToWholeSecondsAndToTheDateKind) {
+  const Date now = rs.GetSysTime();
+  EXPECT_GT(now.Value, 43831);  // after 2020-01-01
+  EXPECT_NEAR(std::round(now.Value * 86400.0), now.Value * 86400.0, 1e-3);
+  FixedClock clock;
+  rs.Advise(&clock);
+  log.Clear();
+  EXPECT_EQ(rs.GetSysTime(), Date{37747.0 + 52215.0 / 86400.0});
+  EXPECT_EQ(log.Joined(), "SystemTime");
+  const std::pair<Enum_DateType, double> cases[] = {
+      {D_YMDHNS, 37747.0 + 52215.0 / 86400.0},
+      {D_YMDHN, 37747.0 + 52200.0 / 86400.0},
+      {D_YMD, 37747.0},
+      {D_HNS, 52215.0 / 86400.0},
+      {D_HN, 52200.0 / 86400.0},
+      {static_cast<Enum_DateType>(-1), 37747.0 + 52215.0 / 86400.0}};
+  for (const auto& [kind, value] : cases) {
+    EXPECT_NEAR(MdlDataInterface::CurrentDateValue(rs, kind).Value, value, 1e-9) << kind;
+  }
+  log.Clear();
+  rs.CallUserEvent();
+  EXPECT_EQ(log.Joined(), "UserEvent");
+}
+
+}  // namespace
+}  // namespace varnel::testing

@@ -1,0 +1,160 @@
+// Every status of the edit table through Modify, New, Copy, Delete, Undo and
+// Update, with the client's answer to the save: the status after, how often
+// the client was asked, the Qty column and the events in their order.
+#include "editing/order_screen.h"
+
+namespace varnel::testing {
+namespace {
+
+struct StatusRow {
+  const char* before;  // reached by: modify (Qty=9), modify3 (row 3), new, copy, [...]-delete
+  char op;  // M: Modify Qty=7, N: NewRecord, C: CopyRecord, D: Delete, U: Undo, S: Update
+  Enum_EditRecord answer;
+  Enum_EditStatus after;
+  int asked;
+  const char* qty;
+  std::string events;
+};
+
+constexpr Enum_EditRecord OK = E_Succeed, NO = E_Defeat, ERR = E_OtherErr;
+const std::string kSaved =
+    "UpdateRecordBefore,UserUpdateRecord,EditStatusChange,SysUpdateRecordAfter,UpdateRecordAfter,"
+    "RecordPointerChange";
+const std::string kSaved2 = kSaved + ",RecordPointerChange2,";  // and on to the next step
+const std::string kNoSave = "UpdateRecordBefore,RecordPointerChange2";
+const std::string kModified = "ModifyBefore,EditStatusChange,SysModifyAfter,ModifyAfter";
+const std::string kModifiedAgain = "ModifyBefore,SysModifyAfter,ModifyAfter";
+const std::string kNew =
+    "NewRecordBefore,EditStatusChange,SysNewRecordAfter,NewRecordAfter,RecordPointerChange";
+const std::string kDeleted =
+    "DeleteRecordBefore,MainFieldChange,EditStatusChange,SysDeleteRecordAfter,DeleteRecordAfter,"
+    "RecordPointerChange";
+const std::string kUndone =
+    "UndoRecordBefore,MainFieldChange,EditStatusChange,SysUndoRecordAfter,UndoRecordAfter,"
+    "RecordPointerChange";
+const std::string kUndoneModify =
+    "UndoRecordBefore,EditStatusChange,SysUndoRecordAfter,UndoRecordAfter,RecordPointerChange,"
+    "RecordPointerChange2";
+const std::string kCopy =
+    "CopyRecordBefore,EditStatusChange,SysCopyRecordAfter,CopyRecordAfter,RecordPointerChange";
+
+const StatusRow kRows[] = {
+    {"default", 'M', OK, E_Modify, 0, "7,3,4", kModified},
+    {"modify", 'M', OK, E_Modify, 0, "7,3,4", kModifiedAgain},
+    {"new", 'M', OK, E_AddNew, 0, "2,3,4,7", kModifiedAgain},
+    {"copy", 'M', OK, E_Copy, 0, "2,3,4,7", kModifiedAgain},
+    {"delete", 'M', OK, E_Modify, 1, "7,4", kSaved2 + kModified},
+    {"delete", 'M', NO, E_Delete, 1, "3,4", "UpdateRecordBefore,UserUpdateRecord"},
+    {"modify-delete", 'M', OK, E_Modify, 1, "7,4", kSaved + "," + kModified},
+    {"new-delete", 'M', OK, E_Modify, 0, "2,3,7", kModified},
+    {"copy-delete", 'M', OK, E_Modify, 0, "2,3,7", kModified},
+    {"default", 'N', OK, E_AddNew, 0, "2,3,4,Null", kNoSave + "," + kNew},
+    {"modify", 'N', OK, E_AddNew, 1, "9,3,4,Null", kSaved2 + kNew},
+    {"modify", 'N', NO, E_Modify, 1, "9,3,4", "UpdateRecordBefore,UserUpdateRecord"},
+    {"default", 'C', OK, E_Copy, 0, "2,3,4,2", kNoSave + "," + kCopy},
+    {"default", 'D', OK, E_Delete, 0, "3,4", kDeleted},
+    {"modify", 'D', OK, E_ModifyDelete, 0, "3,4", kDeleted},
+    {"new", 'D', OK, E_AddNewDelete, 0, "2,3,4", kDeleted},
+    {"copy", 'D', OK, E_CopyDelete, 0, "2,3,4", kDeleted},
+    {"delete", 'D', OK, E_Delete, 1, "4", kSaved2 + kDeleted},
+    {"modify-delete", 'D', OK, E_Delete, 1, "4", kSaved + "," + kDeleted},
+    {"new-delete", 'D', OK, E_Delete, 0, "2,3", kDeleted},
+    {"copy-delete", 'D', OK, E_Delete, 0, "2,3", kDeleted},
+    {"modify3", 'D', OK, E_Delete, 1, "3,9", kSaved2 + kDeleted},
+    {"modify", 'U', OK, E_Default, 0, "2,3,4", kUndoneModify},
+    {"new", 'U', OK, E_Default, 0, "2,3,4", kUndone + ",RecordPointerChange2"},
+    {"copy", 'U', OK, E_Default, 0, "2,3,4", kUndone + ",RecordPointerChange2"},
+    {"delete", 'U', OK, E_Default, 0, "2,3,4", kUndone + ",RecordPointerChange2"},
+    {"modify-delete", 'U', OK, E_Modify, 0, "9,3,4", kUndone},
+    {"new-delete", 'U', OK, E_AddNew, 0, "2,3,4,1", kUndone},
+    {"copy-delete", 'U', OK, E_Copy, 0, "2,3,4,2", kUndone},
+    {"default", 'S', OK, E_Default, 0, "2,3,4", kNoSave},
+    {"modify", 'S', OK, E_Default, 1, "9,3,4", kSaved + ",RecordPointerChange2"},
+    {"new", 'S', OK, E_Default, 1, "2,3,4,1", kSaved + ",RecordPointerChange2"},
+    {"copy", 'S', OK, E_Default, 1, "2,3,4,2", kSaved + ",RecordPointerChange2"},
+    {"delete", 'S', OK, E_Default, 1, "3,4", kSaved + ",RecordPointerChange2"},
+    {"modify-delete", 'S', OK, E_Default, 1, "3,4", kSaved},
+    {"new-delete", 'S', OK, E_Default, 0, "2,3,4",
+     "UpdateRecordBefore,EditStatusChange,RecordPointerChange2"},
+    {"copy-delete", 'S', OK, E_Default, 0, "2,3,4",
+     "UpdateRecordBefore,EditStatusChange,RecordPointerChange2"},
+    {"modify", 'S', NO, E_Modify, 1, "9,3,4", "UpdateRecordBefore,UserUpdateRecord"},
+    // E_OtherErr rolls back so that memory matches the database again.
+    {"modify", 'S', ERR, E_Default, 1, "2,3,4", kSaved + ",RecordPointerChange2"},
+    {"new", 'S', ERR, E_Default, 1, "2,3,4", kSaved + ",RecordPointerChange2"},
+    {"copy", 'S', ERR, E_Default, 1, "2,3,4", kSaved + ",RecordPointerChange2"},
+    {"delete", 'S', ERR, E_Default, 1, "2,3,4", kSaved + ",RecordPointerChange2"},
+    {"modify-delete", 'S', ERR, E_Default, 1, "2,3,4", kSaved + ",RecordPointerChange2"},
+};
+
+class EditStatusTable : public OrderScreen {
+ protected:
+  void Reach(const std::string& before) {
+    if (before.rfind("modify", 0) == 0) {
+      rs.Modify("Qty", int32_t{9}, before == "modify3" ? 3 : 0);
+    } else if (before.rfind("new", 0) == 0) {
+      rs.NewRecord("Qty", int32_t{1});
+    } else if (before.rfind("copy", 0) == 0) {
+      rs.CopyRecord();
+    }
+    if (before.find("delete") != std::string::npos) {
+      rs.DeleteRecord();
+    }
+  }
+
+  void Run(char op) {
+    switch (op) {
+      case 'M':
+        rs.Modify("Qty", int32_t{7});
+        break;
+      case 'N':
+        rs.NewRecord();
+        break;
+      case 'C':
+        rs.CopyRecord();
+        break;
+      case 'D':
+        rs.DeleteRecord();
+        break;
+      case 'U':
+        rs.UndoRecord();
+        break;
+      default: {
+        const Enum_EditRecord result = rs.UpdateRecord();
+        EXPECT_EQ(result, client.asked ? client.answer : E_Succeed);
+      }
+    }
+  }
+};
+
+TEST_F(EditStatusTable, EveryStatusAndOperationGivesItsStatusRowsAndEvents) {
+  price->DefaultValue = Variant(1.0);  // a new row's required Amount can be computed
+  for (const StatusRow& row : kRows) {
+    SCOPED_TRACE(std::string(row.before) + " " + row.op + " " + std::to_string(row.answer));
+    Fill({{1, "Ann", 2, 1.5}, {2, "Bo", 3, 2.0}, {3, "Cy", 4, 0.5}});
+    Reach(row.before);
+    log.Clear();
+    client.asked = 0;
+    client.answer = row.answer;
+    Run(row.op);
+    EXPECT_EQ(rs.EditStatus(), row.after);
+    EXPECT_EQ(client.asked, row.asked);
+    EXPECT_EQ(Column(qty), row.qty);
+    EXPECT_EQ(EditingEvents(log), row.events);
+    EXPECT_GE(rs.AbsolutePosition(), 1);
+    EXPECT_LE(rs.AbsolutePosition(), rs.Rows());
+    double total = 0;  // the totals and the computed field follow every step
+    for (int32_t r = 1; r <= rs.Rows(); ++r) {
+      total += qty->GetValue(r).IsBlank() ? 0 : qty->GetValue(r).ToDouble();
+      if (!qty->GetValue(r).IsBlank()) {
+        EXPECT_EQ(amount->GetValue(r).ToDouble(),
+                  qty->GetValue(r).ToDouble() * price->GetValue(r).ToDouble());
+      }
+    }
+    EXPECT_EQ(qty->SumValue.ToDouble(), total);
+    client.answer = E_Succeed;
+  }
+}
+
+}  // namespace
+}  // namespace varnel::testing
