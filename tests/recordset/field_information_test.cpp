@@ -48,10 +48,8 @@ TEST_P(FieldInformation, ViewRowsBecomeFieldsWithTheirSettings) {
   EXPECT_EQ(rs.OrderByField1, "Qty");
   EXPECT_EQ(rs.OrderByAscending1, Descending);
   EXPECT_EQ(rs.OrderByField3, "kept");  // the chain stopped at the Null second field
-
   auto qty = rs.Item(1);
   EXPECT_EQ(qty->Name, "Qty");
-  EXPECT_EQ(qty->Col, 1);
   EXPECT_EQ(qty->FieldType, F_Numeral);
   EXPECT_TRUE(qty->IsSum);
   EXPECT_TRUE(qty->EnableNull);  // Null cell: Add's value
@@ -59,48 +57,36 @@ TEST_P(FieldInformation, ViewRowsBecomeFieldsWithTheirSettings) {
   EXPECT_EQ(qty->InputMin, Variant(0.0));
   EXPECT_EQ(qty->DefaultValue, Variant(7.0));
   EXPECT_EQ(qty->DisplayName, "Quantity");
-
   auto done = rs.Item("Done");
   EXPECT_FALSE(done->IsData);
   EXPECT_TRUE(done->InputMax.IsNull());  // bounds only for numbers and dates
   EXPECT_EQ(done->DefaultValue, Variant(int16_t{1}));
-
   auto made = rs.Item("Made");
   EXPECT_EQ(made->DateType, D_YMD);
   EXPECT_EQ(made->InputMax, Variant(CDate(Variant("2003-12-31"))));
   EXPECT_EQ(made->DefaultValue, Variant(CDate(Variant("2003-05-06"))));
-}
 
-TEST_P(FieldInformation, OtherConditionNarrowsAndLanguagePicksTheDisplayName) {
-  SetThreadUILanguage(2052);
+  SetThreadUILanguage(2052);  // the other condition narrows, the language picks the name
   EXPECT_FALSE(rs.ReadFieldsInformation(source, "orders", "FieldType = 5"));
   ASSERT_EQ(rs.Count(), 1);
   EXPECT_EQ(rs.Item(1)->DisplayName, "数量");
-}
-
-TEST_P(FieldInformation, EmptyViewClearsFieldsAndKeepsSortSettings) {
   rs.OrderByField1 = "Name";
-  EXPECT_FALSE(rs.ReadFieldsInformation(source, "nothing"));
+  rs.TableName = "";
+  EXPECT_FALSE(rs.ReadFieldsInformation(source, "nothing"));  // an empty view
   EXPECT_EQ(rs.Count(), 0);
-  EXPECT_EQ(rs.OrderByField1, "Name");
-  EXPECT_EQ(rs.TableName, "");
+  EXPECT_EQ(rs.OrderByField1 + "|" + rs.TableName, "Name|");
 }
 
-TEST_P(FieldInformation, AscendingZeroAndBooleanDefaultZeroAreKeptAsZero) {
+TEST_P(FieldInformation, ZerosAreKeptAndTodayFillsTheCurrentDate) {
   Execute(
       {"UPDATE FieldsInfo SET [OrderByAscending1] = 0, [DefaultValue] = '0' "
        "WHERE [Name] = 'Qty'",
-       "UPDATE FieldsInfo SET [DefaultValue] = '0' WHERE [Name] = 'Done'"});
+       "UPDATE FieldsInfo SET [DefaultValue] = '0' WHERE [Name] = 'Done'",
+       "UPDATE FieldsInfo SET [DefaultValue] = ' toDay ' WHERE [Name] = 'Made'"});
   EXPECT_FALSE(rs.ReadFieldsInformation(source, "orders"));
   EXPECT_EQ(rs.OrderByAscending1, Ascending);
   EXPECT_EQ(rs.Item("Done")->DefaultValue, Variant(int16_t{0}));
-}
-
-TEST_P(FieldInformation, TodayAsADateDefaultIsKeptAndNewRecordFillsTheCurrentDate) {
-  Execute({"UPDATE FieldsInfo SET [DefaultValue] = ' toDay ' WHERE [Name] = 'Made'"});
-  EXPECT_FALSE(rs.ReadFieldsInformation(source, "orders"));
   auto made = rs.Item("Made");
-  ASSERT_NE(made, nullptr);
   EXPECT_EQ(made->DefaultValue, Variant(" toDay "));
   const Date before{std::floor(rs.GetSysTime().Value)};
   ASSERT_FALSE(rs.NewRecord());
@@ -110,12 +96,10 @@ TEST_P(FieldInformation, TodayAsADateDefaultIsKeptAndNewRecordFillsTheCurrentDat
 }
 
 TEST_P(FieldInformation, MissingColumnEndsTheReadingWithAReport) {
-  auto connection = std::make_shared<db::Connection>();
-  connection->Open(db.ConnectionString());
   Execute({"CREATE TABLE Thin (\"ViewName\" TEXT, \"Name\" TEXT)",
            "INSERT INTO Thin VALUES ('orders', 'Qty')"});
   auto thin = std::make_shared<db::Recordset>();
-  thin->Open("Thin", connection);
+  thin->Open("Thin", source->ActiveConnection());
   EXPECT_TRUE(rs.ReadFieldsInformation(thin, "orders"));
   EXPECT_EQ(ui.shown().back().kind, ShownMessage::Error);
 }

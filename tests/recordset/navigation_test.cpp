@@ -1,4 +1,5 @@
-// Moving the current row: the events, the save of a pending edit, the refusals.
+// Moving the current row and selecting rows: the events, the save of a
+// pending edit, the refusals, and the rows' edit marks.
 #include "source_fixture.h"
 
 namespace varnel::testing {
@@ -16,46 +17,41 @@ std::string Moves(const EventLog& log) {
   }
   return out;
 }
+constexpr const char* kMoved =
+    "MoveRecordBefore,SysMoveRecordAfter,MoveRecordAfter,RecordPointerChange";
 
-TEST_P(RecordsetNavigation, MovesWalkTheRowsWithTheirEvents) {
+TEST_P(RecordsetNavigation, MovesWalkTheRowsAndRefuseToLeaveThem) {
   Load();
+  EXPECT_TRUE(rs.MovePrevious());
+  EXPECT_EQ(ui.LastText(), "No current record.");
+  log.Clear();
   EXPECT_FALSE(rs.MoveLast());
-  EXPECT_EQ(rs.AbsolutePosition(), 3);
-  EXPECT_EQ(Moves(log), "MoveRecordBefore,SysMoveRecordAfter,MoveRecordAfter,RecordPointerChange");
+  EXPECT_EQ(Moves(log), kMoved);
   EXPECT_TRUE(log.Saw("UpdateRecordBefore"));  // a move saves first
+  EXPECT_EQ(rs.AbsolutePosition(), 3);
+  EXPECT_TRUE(rs.MoveNext());
+  EXPECT_EQ(rs.AbsolutePosition(), 3);
+  ASSERT_EQ(ui.shown().size(), 2u);
+  EXPECT_EQ(ui.shown()[1].kind, ShownMessage::Error);
+  EXPECT_EQ(ui.LastText(), "No current record.");
   EXPECT_FALSE(rs.MovePrevious());
-  EXPECT_EQ(rs.AbsolutePosition(), 2);
   EXPECT_FALSE(rs.MoveFirst());
   EXPECT_FALSE(rs.MoveNext());
   EXPECT_EQ(rs.AbsolutePosition(), 2);
   log.Clear();
   rs.AbsolutePosition(2);
   EXPECT_EQ(log.Joined(), "");  // already there
-}
-
-TEST_P(RecordsetNavigation, MoveBeyondTheEndsReportsNoCurrentRecord) {
-  Load();
-  EXPECT_TRUE(rs.MovePrevious());
+  answering.cancel_moves = true;
   rs.AbsolutePosition(3);
-  EXPECT_TRUE(rs.MoveNext());
-  EXPECT_EQ(rs.AbsolutePosition(), 3);
-  ASSERT_EQ(ui.shown().size(), 2u);
-  EXPECT_EQ(ui.shown()[1].kind, ShownMessage::Error);
-  EXPECT_EQ(ui.LastText(), "No current record.");
+  EXPECT_EQ(log.Joined(), "MoveRecordBefore");  // cancelled: no After events
+  EXPECT_EQ(rs.AbsolutePosition(), 2);
+  answering.cancel_moves = false;
   Execute({"DELETE FROM Items"});
   Load();
   EXPECT_TRUE(rs.MoveFirst());
   EXPECT_TRUE(rs.MoveLast());
   EXPECT_FALSE(rs.MovePrevious());  // row 0 asks for row -1, which is accepted
   EXPECT_EQ(rs.AbsolutePosition(), -1);
-}
-
-TEST_P(RecordsetNavigation, CancelledMoveRaisesNoAfterEvents) {
-  Load();
-  answering.cancel_moves = true;
-  rs.AbsolutePosition(3);
-  EXPECT_EQ(log.Joined(), "MoveRecordBefore");
-  EXPECT_EQ(rs.AbsolutePosition(), 1);
 }
 
 TEST_P(RecordsetNavigation, UnsavedEditKeepsTheRowButStillRaisesTheAfterEvents) {
@@ -65,7 +61,7 @@ TEST_P(RecordsetNavigation, UnsavedEditKeepsTheRowButStillRaisesTheAfterEvents) 
   log.Clear();
   rs.AbsolutePosition(3);
   EXPECT_EQ(rs.AbsolutePosition(), 1);
-  EXPECT_EQ(Moves(log), "MoveRecordBefore,SysMoveRecordAfter,MoveRecordAfter,RecordPointerChange");
+  EXPECT_EQ(Moves(log), kMoved);
   answering.answer = E_OtherErr;  // rolled back: the target moves up by one
   rs.AbsolutePosition(3);
   EXPECT_EQ(rs.AbsolutePosition(), 2);
@@ -82,7 +78,104 @@ TEST_P(RecordsetNavigation, NothingMovesAfterAFailedOpen) {
   EXPECT_EQ(log.Joined(), "");
 }
 
+class RecordsetSelection : public SourceTest {
+ protected:
+  RecordsetSelection() {
+    Execute({"INSERT INTO Items ([Id]) VALUES (4)", "INSERT INTO Items ([Id]) VALUES (5)",
+             "INSERT INTO Items ([Id]) VALUES (6)"});
+  }
+
+  // "1" for each selected row of 1..6.
+  std::string Marks() {
+    std::string out;
+    for (int32_t row = 1; row <= 6; ++row) {
+      out += rs.GetSelectRow(row) ? "1" : "0";
+    }
+    return out;
+  }
+};
+
+TEST_P(RecordsetSelection, EveryOptionMarksItsRows) {
+  Load();
+  EXPECT_TRUE(rs.GetSelectRow());  // S_None: the current row counts as selected
+  rs.AbsolutePosition(5);
+  log.Clear();
+  EXPECT_FALSE(rs.SysSetMutliSelectRows(false, 2, Shift));
+  EXPECT_TRUE(log.Saw("UpdateRecordBefore"));
+  EXPECT_EQ(log.names.back(), "ChangeSelectRows");
+  EXPECT_EQ(rs.SelectState(), S_Multi);
+  const struct {
+    bool select;
+    int32_t row;
+    Enum_SelectRow how;
+    const char* marks;
+    const char* events;
+  } steps[] = {
+      {false, 2, Shift, "011110", nullptr},  // from the anchor at 5, either direction
+      {true, 6, Shift, "000011", nullptr},
+      {true, 2, Ctrl, "010011", nullptr},
+      {false, 5, Ctrl, "010001", nullptr},
+      {true, 6, None, "000001", "ChangeSelectRows"},  // S_Multi before: announced, no save
+      {true, 0, None, "000010", ""},                  // the current row
+      {true, 3, static_cast<Enum_SelectRow>(7), "000010", ""},
+  };
+  for (const auto& s : steps) {
+    log.Clear();
+    rs.SysSetMutliSelectRows(s.select, s.row, s.how);
+    EXPECT_EQ(Marks(), s.marks) << s.row;
+    if (s.events) {
+      EXPECT_EQ(log.Joined(), s.events) << s.row;
+    }
+  }
+  EXPECT_EQ(rs.SelectState(), S_None);
+  rs.SysSetMutliSelectRows(true, 2, Ctrl);
+  EXPECT_FALSE(rs.InvertSelectRows());
+  EXPECT_EQ(Marks(), "101101");
+  EXPECT_FALSE(rs.SelectAllRows());
+  EXPECT_EQ(Marks(), "111111");
+  log.Clear();
+  EXPECT_FALSE(rs.ClearSelectRows());
+  EXPECT_EQ(log.Joined(), "ChangeSelectRows");
+  EXPECT_EQ(Marks(), "000000");
+  EXPECT_EQ(rs.SelectState(), S_None);
+}
+
+TEST_P(RecordsetSelection, SelectionWaitsForThePendingEditToBeSaved) {
+  Load();
+  ASSERT_FALSE(rs.Modify("Qty", Variant(int32_t{5})));
+  answering.answer = E_Defeat;
+  log.Clear();
+  rs.SysSetMutliSelectRows(true, 2, Ctrl);
+  rs.SysSetMutliSelectRows(true, 3, Shift);
+  rs.SelectAllRows();
+  rs.InvertSelectRows();
+  EXPECT_FALSE(log.Saw("ChangeSelectRows"));
+  EXPECT_EQ(Marks(), "000000");
+  EXPECT_EQ(rs.SelectState(), S_None);
+}
+
+TEST_P(RecordsetSelection, EditMarksFollowSetEditAndLockedUnlessALockFieldOwnsThem) {
+  Load();
+  EXPECT_FALSE(rs.SetEdit(false, 2));
+  EXPECT_FALSE(rs.GetEdit(2));
+  EXPECT_FALSE(rs.SetEdit(false));  // the current row
+  EXPECT_FALSE(rs.GetEdit(1));
+  rs.SetEdit(true);
+  rs.Locked(true);
+  EXPECT_FALSE(rs.GetEdit());
+  EXPECT_TRUE(rs.GetEdit(1));
+  EXPECT_TRUE(ui.shown().empty());
+  EXPECT_TRUE(rs.GetEdit(9));  // outside the rows: reported, true
+  EXPECT_EQ(ui.shown().back().kind, ShownMessage::Error);
+  rs.Item("Qty")->FieldType = F_Locked;
+  Load();
+  EXPECT_FALSE(rs.SetEdit(false, 2));
+  EXPECT_EQ(ui.LastText(), "Qty是Edit(),不能用SetEdit直接更改Edit()");
+  EXPECT_TRUE(rs.GetEdit(2));
+}
+
 VARNEL_ON_EVERY_PROVIDER(RecordsetNavigation);
+VARNEL_ON_EVERY_PROVIDER(RecordsetSelection);
 
 }  // namespace
 }  // namespace varnel::testing

@@ -13,13 +13,8 @@ std::string SqlText(ClsRecordset& rs) {
 }
 
 TEST_P(SqlCompose, EveryCombinationOfListConditionAndOrderGivesItsText) {
-  struct Case {
-    const char* fields;
-    const char* condition;
-    const char* order;
-    const char* sql;
-  };
-  const Case cases[] = {
+  const char* cases[][4] = {
+      // list, condition, order -> text
       {"a,b", "c=1", "d", "Select a,b From T Where c=1 Order By d"},
       {"a,b", "", "d", "Select a,b From T Order By d"},
       {"a,b", "c=1", "", "Select a,b From T Where c=1"},
@@ -30,23 +25,17 @@ TEST_P(SqlCompose, EveryCombinationOfListConditionAndOrderGivesItsText) {
       {"  ", "", "", "T"},
   };
   rs.TableName = "T";
-  for (const Case& c : cases) {
-    rs.FieldsName = c.fields;
-    rs.DefaultCondition = c.condition;
-    rs.DefaultOrderBy = c.order;
-    EXPECT_EQ(SqlText(rs), c.sql) << c.fields << "|" << c.condition << "|" << c.order;
+  for (const auto& [fields, condition, order, sql] : cases) {
+    rs.FieldsName = fields;
+    rs.DefaultCondition = condition;
+    rs.DefaultOrderBy = order;
+    EXPECT_EQ(SqlText(rs), sql) << fields << "|" << condition << "|" << order;
   }
 }
 
 TEST_P(SqlCompose, OrderByChainStopsAtTheFirstBlankField) {
-  struct Case {
-    const char* fixed;
-    const char* f1;
-    const char* f2;
-    const char* f3;
-    const char* expected;
-  };
-  const Case cases[] = {
+  const char* cases[][5] = {
+      // fixed order, fields 1..3 -> order
       {"", "", "b", "c", ""},
       {"a", " b ", "", "", "a and b Asc"},
       {"", "x", "y", "z", "x Asc,y Desc,z Asc"},
@@ -54,14 +43,14 @@ TEST_P(SqlCompose, OrderByChainStopsAtTheFirstBlankField) {
       {" a ", "", "", "", "a"},
   };
   rs.OrderByAscending2 = Descending;
-  for (const Case& c : cases) {
-    rs.DefaultOrderBy = c.fixed;
-    rs.OrderByField1 = c.f1;
-    rs.OrderByField2 = c.f2;
-    rs.OrderByField3 = c.f3;
+  for (const auto& [fixed, f1, f2, f3, expected] : cases) {
+    rs.DefaultOrderBy = fixed;
+    rs.OrderByField1 = f1;
+    rs.OrderByField2 = f2;
+    rs.OrderByField3 = f3;
     std::string order = "old";
     EXPECT_FALSE(rs.GetOrderBy(order));
-    EXPECT_EQ(order, c.expected);
+    EXPECT_EQ(order, expected);
   }
 }
 
