@@ -2,6 +2,7 @@
 // "ValueChange(2,1)" or "ValueQueryChange(Qty)".
 #pragma once
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -18,11 +19,7 @@ class ChangeSink : public ClsRecordsetEvents {
   }
   void EditStatusChange() override { events.push_back("EditStatusChange"); }
   int Count(const std::string& event) const {
-    int n = 0;
-    for (const std::string& e : events) {
-      n += e == event ? 1 : 0;
-    }
-    return n;
+    return static_cast<int>(std::count(events.begin(), events.end(), event));
   }
 
   std::vector<std::string> events;

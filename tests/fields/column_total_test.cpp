@@ -79,33 +79,26 @@ class NestedWriter : public ClsRecordsetEvents {
 };
 
 TEST(ColumnTotal, RandomChangesLeaveTheTotalOfARecount) {
-  const struct {
-    Mix mix;
-    Enum_FieldType type;
-  } cases[] = {{Mix::SmallWhole, F_Numeral},
-               {Mix::LargeWhole, F_Numeral},
-               {Mix::CurrencyField, F_Currency},
-               {Mix::Mixed, F_Numeral}};
-  for (const auto& c : cases) {
-    SCOPED_TRACE(static_cast<int>(c.mix));
-    std::mt19937 random(20030506u + static_cast<unsigned>(c.mix));
+  for (const Mix mix : {Mix::SmallWhole, Mix::LargeWhole, Mix::CurrencyField, Mix::Mixed}) {
+    SCOPED_TRACE(static_cast<int>(mix));
+    std::mt19937 random(20030506u + static_cast<unsigned>(mix));
     ClsRecordset rs;
     auto field = rs.Add("Qty");
-    field->FieldType = c.type;
+    field->FieldType = mix == Mix::CurrencyField ? F_Currency : F_Numeral;
     field->IsSum = true;
     rs.Rows(kRows);
     {
       internal::BulkScope bulk;  // a loaded column, then counted as a load counts it
       for (int32_t row = 1; row <= kRows; ++row) {
-        field->SetValue(RandomValue(random, c.mix), row);
+        field->SetValue(RandomValue(random, mix), row);
       }
     }
     internal::RecomputeAllSums(internal::RecordsetAccess::State(rs));
-    NestedWriter writer(*field, random, c.mix);
+    NestedWriter writer(*field, random, mix);
     rs.Advise(&writer);
     for (int change = 0; change < 600; ++change) {
       const int32_t row = static_cast<int32_t>(random() % kRows) + 1;
-      ASSERT_FALSE(field->SetValue(RandomValue(random, c.mix), row));
+      ASSERT_FALSE(field->SetValue(RandomValue(random, mix), row));
       ASSERT_EQ(field->SumValue, RecountOf(*field)) << "after change " << change;
     }
   }

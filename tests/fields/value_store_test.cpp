@@ -1,3 +1,5 @@
+// Storing a field's values and symbols: the change events, the rules for
+// blanks, equal values, rows outside the store, the bulk flag and query mode.
 #include <gtest/gtest.h>
 
 #include "change_sink.h"
@@ -10,67 +12,49 @@
 namespace varnel {
 namespace {
 
-using testing::ChangeSink;
 using Events = std::vector<std::string>;
 
 class ValueStore : public ::testing::Test {
  protected:
   void SetUp() override {
     qty = rs.Add("Qty");
+    price = rs.Add("Price");
+    sign = rs.Add("Sign");
+    price->SymbolName = "Sign";
     rs.Rows(3);
     rs.Advise(&sink);
   }
 
   ClsRecordset rs;
-  ChangeSink sink;
-  std::shared_ptr<ClsFields> qty;
+  testing::ChangeSink sink;
+  std::shared_ptr<ClsFields> qty, price, sign;
 };
 
-TEST_F(ValueStore, BlankOverBlankStoresNothingAndRaisesNothing) {
-  EXPECT_FALSE(qty->SetValue(Variant::Null(), 1));
+TEST_F(ValueStore, OnlyARealChangeIsStoredAndAnnounced) {
+  EXPECT_FALSE(qty->SetValue(Variant::Null(), 1));  // blank over blank
   EXPECT_TRUE(qty->GetValue(1).IsEmpty());
-
   internal::ResetValues(*qty, 3);  // every row Null, as after a load
   EXPECT_FALSE(qty->SetValue(Variant(), 2));
   EXPECT_TRUE(qty->GetValue(2).IsNull());
   EXPECT_TRUE(sink.events.empty());
-}
-
-TEST_F(ValueStore, ChangeBetweenBlankAndValueRaisesValueChangeOnce) {
   EXPECT_FALSE(qty->SetValue(int32_t{5}, 2));
-  EXPECT_EQ(qty->GetValue(2), Variant(int32_t{5}));
+  for (const Variant& same : {Variant(int32_t{5}), Variant(int16_t{5}), Variant(5.0)}) {
+    EXPECT_FALSE(qty->SetValue(same, 2));
+  }
+  EXPECT_EQ(qty->GetValue(2).VarType(), vbLong);  // the first value stays
   qty->SetValue(Variant::Null(), 2);
   EXPECT_TRUE(qty->GetValue(2).IsNull());
   EXPECT_EQ(sink.events, (Events{"ValueChange(2,1)", "ValueChange(2,1)"}));
-}
-
-TEST_F(ValueStore, EqualValueOfAnyNumericKindRaisesNoEvent) {
-  qty->SetValue(int32_t{5}, 1);
-  sink.events.clear();
-  for (const Variant& same : {Variant(int32_t{5}), Variant(int16_t{5}), Variant(5.0)}) {
-    EXPECT_FALSE(qty->SetValue(same, 1));
-  }
-  EXPECT_TRUE(sink.events.empty());
-  EXPECT_EQ(qty->GetValue(1).VarType(), vbLong);  // the first value stays
-}
-
-TEST_F(ValueStore, RowZeroMeansTheCurrentRow) {
-  EXPECT_EQ(rs.AbsolutePosition(), 1);
-  qty->SetValue("here");
+  qty->SetValue("here");  // row 0: the current row
   EXPECT_EQ(qty->GetValue(1), Variant("here"));
   EXPECT_EQ(qty->GetValue(), Variant("here"));
 }
 
-TEST_F(ValueStore, RowOutsideTheStoreIsNotStoredAndReadsEmpty) {
+TEST_F(ValueStore, RowOutsideTheStoreOrBulkFlagStoresSilently) {
   for (int32_t row : {4, -1, 1000}) {
-    SCOPED_TRACE(row);
-    EXPECT_TRUE(qty->SetValue("x", row));
-    EXPECT_TRUE(qty->GetValue(row).IsEmpty());
+    EXPECT_TRUE(qty->SetValue("x", row)) << row;
+    EXPECT_TRUE(qty->GetValue(row).IsEmpty()) << row;
   }
-  EXPECT_TRUE(sink.events.empty());
-}
-
-TEST_F(ValueStore, BulkFlagStoresSilently) {
   {
     internal::BulkScope bulk;
     qty->SetValue(int32_t{9}, 3);
@@ -92,130 +76,75 @@ TEST_F(ValueStore, HandlerExceptionIsReportedAndFailsTheCall) {
   EXPECT_EQ(qty->GetValue(1), Variant("x"));  // stored before the event
 }
 
-class SymbolStore : public ValueStore {
- protected:
-  void SetUp() override {
-    ValueStore::SetUp();
-    price = rs.Add("Price");
-    sign = rs.Add("Sign");
-    price->SymbolName = "Sign";
-  }
-  std::shared_ptr<ClsFields> price;
-  std::shared_ptr<ClsFields> sign;
-};
-
-TEST_F(SymbolStore, SymbolIsStoredInTheCompanionWithBothEvents) {
+TEST_F(ValueStore, SymbolLivesInTheLastFieldBearingTheSymbolName) {
   EXPECT_FALSE(price->SetSymbol("$", 2));
   EXPECT_EQ(sign->GetValue(2), Variant("$"));
   EXPECT_EQ(price->GetSymbol(2), Variant("$"));
   EXPECT_EQ(sink.events, (Events{"ValueChange(2,3)", "SymbolChange(2,2)"}));
-}
-
-TEST_F(SymbolStore, UnchangedSymbolRaisesNothing) {
-  price->SetSymbol("$", 2);
-  sink.events.clear();
-  EXPECT_FALSE(price->SetSymbol("$", 2));
+  EXPECT_FALSE(price->SetSymbol("$", 2));  // unchanged
   EXPECT_FALSE(price->SetSymbol(Variant::Null(), 3));
-  EXPECT_TRUE(sink.events.empty());
-}
-
-TEST_F(SymbolStore, NoCompanionMeansNoSymbol) {
-  for (const char* unknown : {"Nowhere", "SIGN"}) {  // names are exact
-    price->SymbolName = unknown;
-    EXPECT_FALSE(price->SetSymbol("$", 1));
-  }
-  EXPECT_TRUE(price->GetSymbol(1).IsEmpty());
-  EXPECT_TRUE(qty->GetSymbol(1).IsEmpty());  // no SymbolName at all
-  EXPECT_TRUE(sink.events.empty());
-}
-
-TEST_F(SymbolStore, LastFieldBearingTheNameIsTheCompanion) {
+  EXPECT_EQ(sink.events.size(), 2u);
   std::shared_ptr<ClsFields> second = rs.Add();
   second->Name = "Sign";
   price->SetSymbol("E", 1);
   EXPECT_EQ(second->GetValue(1), Variant("E"));
   EXPECT_TRUE(sign->GetValue(1).IsEmpty());
+  sink.events.clear();
+  for (const char* unknown : {"Nowhere", "SIGN"}) {  // names are exact
+    price->SymbolName = unknown;
+    EXPECT_FALSE(price->SetSymbol("$", 1));
+    EXPECT_TRUE(price->GetSymbol(1).IsEmpty());
+  }
+  EXPECT_TRUE(qty->GetSymbol(1).IsEmpty());  // no SymbolName at all
+  EXPECT_TRUE(sink.events.empty());
 }
 
-class QueryMode : public SymbolStore {
- protected:
-  void SetUp() override {
-    SymbolStore::SetUp();
-    qty->FieldType = F_Numeral;
-    price->FieldType = F_Currency;
-    qty->SetValue(int32_t{7}, 2);
-    rs.EditStatus(E_Query);
-    sink.events.clear();
-  }
-};
-
-TEST_F(QueryMode, SetValueWritesQueryTextAndRaisesValueQueryChange) {
+TEST_F(ValueStore, QueryModeWritesTheQueryTextWhateverTheRow) {
+  qty->FieldType = F_Numeral;
+  price->FieldType = F_Currency;
+  qty->SetValue(int32_t{7}, 2);
+  rs.EditStatus(E_Query);
+  sink.events.clear();
   EXPECT_FALSE(qty->SetValue(">5", 2));
   EXPECT_EQ(qty->QueryValue, ">5");
-  EXPECT_EQ(qty->GetValue(3), Variant(">5"));  // whatever the row
-  EXPECT_EQ(sink.events, (Events{"ValueQueryChange(Qty)"}));
-
+  EXPECT_EQ(qty->GetValue(3), Variant(">5"));
+  qty->SetValue(int32_t{12});
+  EXPECT_EQ(qty->QueryValue, "12");
+  qty->SetValue("12");  // the same text
+  qty->SetValue(Variant::Null());
+  EXPECT_EQ(qty->QueryValue, "");
+  EXPECT_FALSE(price->SetSymbol("$", 1));  // to the companion's QueryValue
+  EXPECT_EQ(sign->QueryValue + "|" + price->QueryValue, "$|");
+  EXPECT_EQ(price->GetSymbol(2), Variant("$"));
+  EXPECT_EQ(internal::GetSymbolQueryValue(*price), Variant("$"));
+  EXPECT_EQ(sink.events, (Events{"ValueQueryChange(Qty)", "ValueQueryChange(Qty)",
+                                 "ValueQueryChange(Qty)", "ValueQueryChange(Sign)"}));
+  for (Enum_FieldType type : {F_Other, F_AutoCoding, F_MultiMode}) {  // no query text
+    qty->FieldType = price->FieldType = type;
+    EXPECT_FALSE(qty->SetValue("1", 1));
+    EXPECT_FALSE(price->SetSymbol("x"));
+  }
+  EXPECT_EQ(qty->QueryValue + sign->QueryValue, "$");
+  EXPECT_EQ(sink.events.size(), 4u);
   rs.EditStatus(E_Default);
   EXPECT_EQ(qty->GetValue(2), Variant(int32_t{7}));  // row values untouched
 }
 
-TEST_F(QueryMode, SameTextRaisesNothingAndBlankClears) {
-  qty->SetValue(int32_t{12});
-  EXPECT_EQ(qty->QueryValue, "12");
-  qty->SetValue("12");
-  EXPECT_EQ(sink.Count("ValueQueryChange(Qty)"), 1);
-  qty->SetValue(Variant::Null());
-  EXPECT_EQ(qty->QueryValue, "");
-  EXPECT_EQ(sink.Count("ValueQueryChange(Qty)"), 2);
-}
-
-TEST_F(QueryMode, KindsWithoutQueryTextIgnoreTheCall) {
-  for (Enum_FieldType type : {F_Other, F_AutoCoding, F_MultiMode}) {
-    qty->FieldType = type;
-    price->FieldType = type;
-    EXPECT_FALSE(qty->SetValue("1", 1));
-    EXPECT_FALSE(price->SetSymbol("x"));
-  }
-  EXPECT_EQ(qty->QueryValue, "");
-  EXPECT_TRUE(sink.events.empty());
-}
-
-TEST_F(QueryMode, SymbolGoesToTheCompanionsQueryValue) {
-  EXPECT_FALSE(price->SetSymbol("$", 1));
-  EXPECT_EQ(sign->QueryValue, "$");
-  EXPECT_EQ(price->QueryValue, "");
-  EXPECT_EQ(price->GetSymbol(2), Variant("$"));
-  EXPECT_EQ(internal::GetSymbolQueryValue(*price), Variant("$"));
-  EXPECT_EQ(sink.events, (Events{"ValueQueryChange(Sign)"}));
-}
-
-}  // namespace
-}  // namespace varnel
-
-namespace varnel {
-namespace {
-
-TEST(FieldSizing, ResetFillsWithNullAndResizeKeepsValues) {
+TEST(FieldValues, ResizingAndQueryValuesByName) {
   ClsRecordset rs;
-  auto f = rs.Add("F");
+  auto f = rs.Add("Qty");
   const auto& values = internal::FieldAccess::Values(*f);
   internal::ResetValues(*f, 2);
   ASSERT_EQ(values.size(), 3u);
   EXPECT_TRUE(values[0].IsNull() && values[2].IsNull());
   internal::ResizeValues(*f, 4);
-  EXPECT_TRUE(values[2].IsNull());
-  EXPECT_TRUE(values[4].IsEmpty());
+  EXPECT_TRUE(values[2].IsNull() && values[4].IsEmpty());
   internal::ResizeValues(*f, 1);
   EXPECT_EQ(values.size(), 2u);
   internal::ResetValues(*f, 0);
   EXPECT_TRUE(values.empty());
   EXPECT_THROW(internal::ResetValues(*f, -1), VbError);
   EXPECT_THROW(internal::ResizeValues(*f, -1), VbError);
-}
-
-TEST(FieldQueryValues, ByNameInAnyCaseRaisingValueQueryChange) {
-  ClsRecordset rs;
-  auto f = rs.Add("Qty");
   testing::ChangeSink sink;
   rs.Advise(&sink);
   auto& state = internal::RecordsetAccess::State(rs);
@@ -224,7 +153,7 @@ TEST(FieldQueryValues, ByNameInAnyCaseRaisingValueQueryChange) {
   EXPECT_EQ(f->QueryValue, ">1");
   EXPECT_EQ(internal::GetFieldQueryValue(state, "qty"), ">1");
   EXPECT_EQ(internal::GetFieldQueryValue(state, "Nowhere"), "");
-  EXPECT_EQ(sink.events, (std::vector<std::string>{"ValueQueryChange(Qty)"}));
+  EXPECT_EQ(sink.events, (Events{"ValueQueryChange(Qty)"}));
 }
 
 }  // namespace
