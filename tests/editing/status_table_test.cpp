@@ -103,27 +103,16 @@ class EditStatusTable : public OrderScreen {
   }
 
   void Run(char op) {
-    switch (op) {
-      case 'M':
-        rs.Modify("Qty", int32_t{7});
-        break;
-      case 'N':
-        rs.NewRecord();
-        break;
-      case 'C':
-        rs.CopyRecord();
-        break;
-      case 'D':
-        rs.DeleteRecord();
-        break;
-      case 'U':
-        rs.UndoRecord();
-        break;
-      default: {
-        const Enum_EditRecord result = rs.UpdateRecord();
-        EXPECT_EQ(result, client.asked ? client.answer : E_Succeed);
-      }
+    if (op == 'S') {
+      const Enum_EditRecord result = rs.UpdateRecord();
+      EXPECT_EQ(result, client.asked ? client.answer : E_Succeed);
+      return;
     }
+    (void)(op == 'M'   ? rs.Modify("Qty", int32_t{7})
+           : op == 'N' ? rs.NewRecord()
+           : op == 'C' ? rs.CopyRecord()
+           : op == 'D' ? rs.DeleteRecord()
+                       : rs.UndoRecord());
   }
 };
 
