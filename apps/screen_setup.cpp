@@ -81,27 +81,6 @@ void DefineFromTable(const std::shared_ptr<db::Connection>& connection, const st
   }
 }
 
-// A date field whose default the table gives as "Now" or "Today" starts new
-// rows at the current date. ReadFieldsInformation keeps only date values as a
-// date field's default, so those two words are taken from the table here.
-void KeepCurrentDateDefaults(const std::shared_ptr<db::Connection>& connection,
-                             const std::string& view, const std::string& fields_table,
-                             ClsRecordset& rs) {
-  db::Recordset defaults;
-  defaults.Open("SELECT Name, DefaultValue FROM " + fields_table + " WHERE ViewName = '" +
-                    MdlQuery::QuoteText(Variant(view)) + "'",
-                connection);
-  for (; !defaults.Eof(); defaults.MoveNext()) {
-    const Variant cell = defaults.Fields().Item(1).Value();
-    const std::string word = cell.IsString() ? std::string(cell.StringView()) : "";
-    const auto field = rs.Item(defaults.Fields().Item(0).Value());
-    if (field && field->FieldType == F_Date && field->DefaultValue.IsBlank() &&
-        (strcasecmp(word.c_str(), "now") == 0 || strcasecmp(word.c_str(), "today") == 0)) {
-      field->DefaultValue = cell;
-    }
-  }
-}
-
 void DefineFromView(const std::shared_ptr<db::Connection>& connection, const std::string& view,
                     const std::string& fields_table, ClsRecordset& rs) {
   auto information = std::make_shared<db::Recordset>();
@@ -113,7 +92,6 @@ void DefineFromView(const std::shared_ptr<db::Connection>& connection, const std
     throw std::runtime_error(Say(Text::CannotOpen, fmt::arg("what", view),
                                  fmt::arg("reason", fields_table + " describes no fields")));
   }
-  KeepCurrentDateDefaults(connection, view, fields_table, rs);
 }
 
 }  // namespace

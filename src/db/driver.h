@@ -20,6 +20,7 @@
 
 #include "db/dialect.h"
 #include "db/recordset_access.h"  // ColumnInfo
+#include "db/table_catalog.h"
 #include "varnel/variant.h"
 
 namespace varnel::db::internal {
@@ -63,6 +64,10 @@ class Driver {
 
   // What SQL composed by the library must respect on this database.
   virtual Dialect GetDialect() const = 0;
+
+  // What writing rows asks of this database (primary keys, date comparison,
+  // generated keys), answered by the driver's own catalog; owned by the driver.
+  virtual TableCatalog& Catalog() = 0;
 
   // The translation of the library's SQL for this database; nullptr when the
   // database reads it as it is.

@@ -1,12 +1,11 @@
 // NewRecord and CopyRecord: a row is appended in memory and waits, in
 // E_AddNew or E_Copy, for UpdateRecord to have the client insert it.
-#include <algorithm>
-#include <cctype>
 #include <vector>
 
 #include "editing/edit_status.h"
 #include "editing/editing.h"
 #include "editing/row_work.h"
+#include "fields/current_date_word.h"
 #include "fields/field_access.h"
 #include "messages/error_trap.h"
 #include "recordset/row_store.h"
@@ -15,17 +14,6 @@
 
 namespace varnel::internal {
 namespace {
-
-bool IsCurrentDateWord(const Variant& value) {
-  if (!value.IsString()) {
-    return false;
-  }
-  std::string word(value.StringView());
-  std::erase_if(word, [](unsigned char c) { return std::isspace(c) != 0; });
-  std::transform(word.begin(), word.end(), word.begin(),
-                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-  return word == "now" || word == "today";
-}
 
 // What a new row holds in a field before computed values: its DefaultValue,
 // or the current date cut to its kind when a date field's default asks for it.

@@ -53,9 +53,9 @@ void RestoreSnapshot(RecordsetState& rs) {
     for (size_t i = 0; i < rs.fields.size(); ++i) {
       std::vector<Variant>& values = FieldAccess::Values(*rs.fields[i]);
       if (static_cast<size_t>(row) < values.size() && !(values[row] == kept[i])) {
-        values[row] = kept[i];
+        const Variant replaced = std::exchange(values[row], kept[i]);
         if (rs.fields[i]->IsSum) {
-          RecomputeSum(rs, i);
+          AdjustTotal(rs, i, replaced, kept[i]);
         }
       }
     }
@@ -128,15 +128,7 @@ void RefreshTotals(RecordsetState& rs, int32_t first_changed_row) {
 void TotalsAfterAppend(RecordsetState& rs, int32_t row) {
   NumberAutoCodingFrom(rs, row);
   for (size_t i = 0; i < rs.fields.size(); ++i) {
-    ClsFields& field = *rs.fields[i];
-    if (!field.IsSum) {
-      continue;
-    }
-    if (!field.SumValue.IsNumber()) {
-      RecomputeSum(rs, i);  // no running total to add to
-    } else if (const auto addend = TotalAddend(field, FieldAccess::Values(field)[row])) {
-      field.SumValue = field.SumValue + *addend;
-    }
+    AddAppendedValue(rs, i, FieldAccess::Values(*rs.fields[i])[row]);
   }
 }
 

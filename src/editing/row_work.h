@@ -17,7 +17,8 @@ void RequireRow(const RecordsetState& rs, int32_t row);
 // SavedValues := the values of row and its edit mark; SavedRow := row.
 void TakeSnapshot(RecordsetState& rs, int32_t row);
 // Writes SavedValues (values and edit mark) back into SavedRow, when both are
-// there, recounting the totals of the summed fields it changes; erases them.
+// there, the totals of the summed fields it changes following by the
+// difference; erases them.
 void RestoreSnapshot(RecordsetState& rs);
 void EraseSavedValues(RecordsetState& rs);
 void EraseDeletedValues(RecordsetState& rs);

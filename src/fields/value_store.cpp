@@ -9,6 +9,7 @@
 // text, no companion field).
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "fields/field_access.h"
 #include "fields/field_values.h"
@@ -48,9 +49,10 @@ bool StoreRowValue(RecordsetState& rs, ClsFields& field, const Variant& value, i
   if (!ChangesStoredValue(values[row], value)) {
     return false;
   }
-  values[row] = value;
+  const Variant old_value = std::exchange(values[row], value);
   if (!internal::SuspendChangeEvents) {
-    internal::PropagateChange(rs, row, field.Col, ChangeKind::Value);
+    const internal::ReplacedValue replaced{field, old_value, value};
+    internal::PropagateChange(rs, row, field.Col, ChangeKind::Value, &replaced);
   }
   return false;
 }

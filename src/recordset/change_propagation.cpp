@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "fields/field_access.h"
+#include "recordset/column_total.h"
 #include "recordset/compute_dependencies.h"
 #include "recordset/field_lookup.h"
 #include "recordset/row_store.h"
@@ -75,12 +76,32 @@ void RunStep(RecordsetState& rs, const PropagationStep& step, int32_t row) {
   }
 }
 
+// The total of the field at index follows the replaced value by its
+// difference. It is recounted instead when the difference is not its own (the
+// field at Col is not the one that changed: Col is not renumbered by Remove),
+// when there is none (a symbol change), when the row is not counted (row 0),
+// and when a recount came in between (from a handler, or a nested change
+// that fell back to one): that recount may already hold this change.
+void FollowTotal(RecordsetState& rs, size_t index, int32_t row, const ReplacedValue* replaced,
+                 uint64_t recounts_before) {
+  const bool own_difference = replaced != nullptr && row >= 1 &&
+                              rs.fields[index].get() == &replaced->field &&
+                              TotalRecounts(rs, replaced->field) == recounts_before;
+  if (own_difference) {
+    AdjustTotal(rs, index, replaced->old_value, replaced->new_value);
+  } else {
+    RecomputeSum(rs, index);
+  }
+}
+
 }  // namespace
 
-void PropagateChange(RecordsetState& rs, int32_t row, int32_t col, ChangeKind kind) {
+void PropagateChange(RecordsetState& rs, int32_t row, int32_t col, ChangeKind kind,
+                     const ReplacedValue* replaced) {
   if (rs.edit_status == E_Query) {
     return;
   }
+  const uint64_t recounts_before = replaced ? TotalRecounts(rs, replaced->field) : 0;
   if (kind == ChangeKind::Value) {
     rs.Raise(Ev_ValueChange, &ClsRecordsetEvents::ValueChange, row, col);
   } else {
@@ -102,7 +123,7 @@ void PropagateChange(RecordsetState& rs, int32_t row, int32_t col, ChangeKind ki
     }
   }
   if (has_changed_field && changed_index < rs.fields.size()) {
-    RecomputeSum(rs, changed_index);
+    FollowTotal(rs, changed_index, row, replaced, recounts_before);
   }
 }
 

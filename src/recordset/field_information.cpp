@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "fields/current_date_word.h"
 #include "messages/error_trap.h"
 #include "recordset/recordset_state.h"
 #include "varnel/messages.h"
@@ -52,7 +53,9 @@ std::optional<Date> AsDate(const Variant& cell) {
 }
 
 // The default for new records, by the field's kind. A cell that does not fit
-// the kind (text for a number, a non-date for a date) leaves the default as Add gave it.
+// the kind (text for a number, a non-date for a date) leaves the default as Add
+// gave it; a date field's "Now" or "Today" is kept as the word, which asks
+// NewRecord for the current date.
 void SetDefaultValue(ClsFields& field, const Variant& cell) {
   switch (field.FieldType) {
     case F_Boolean:  // integers, not Booleans
@@ -65,7 +68,9 @@ void SetDefaultValue(ClsFields& field, const Variant& cell) {
       }
       break;
     case F_Date:
-      if (const std::optional<Date> date = AsDate(cell)) {
+      if (IsCurrentDateWord(cell)) {
+        field.DefaultValue = cell;
+      } else if (const std::optional<Date> date = AsDate(cell)) {
         field.DefaultValue = Variant(*date);
       }
       break;

@@ -28,21 +28,18 @@ std::vector<Variant>& RowValuesOf(ClsFields& field, int32_t rows) {
 
 }  // namespace
 
-std::optional<Variant> TotalAddend(const ClsFields& field, const Variant& value) {
-  if (!value.IsNumber() && !(value.IsString() && IsNumeric(value))) {
-    return std::nullopt;
-  }
-  return field.FieldType == F_Currency ? Variant(value.ToCurrency()) : value;
-}
-
 void ResizeRows(RecordsetState& rs, int32_t rows) {
   if (rows < 0) {
     RaiseError(9);
   }
+  const bool drops_rows = rows < rs.Rows();
   rs.select_marks.resize(ElementCount(rows), 0);
   rs.edit_marks.resize(ElementCount(rows), 0);
   for (const auto& field : rs.fields) {
     ResizeValues(*field, rows);
+  }
+  if (drops_rows) {
+    RecomputeAllSums(rs);  // the totals of the rows that remain
   }
   const int32_t count = rs.Rows();
   if (count == 0) {
@@ -107,27 +104,7 @@ void WriteRowValues(RecordsetState& rs, int32_t row, const std::vector<Variant>&
   }
 }
 
-// A summed field totals its numbers (and numeric text) row by row with the
-// platform's addition, as Currency for a currency field; an empty column
-// totals 0. A field that is not summed has a Null total.
-void RecomputeSum(RecordsetState& rs, size_t field_index) {
-  if (field_index >= rs.fields.size()) {
-    RaiseError(9);
-  }
-  ClsFields& field = *rs.fields[field_index];
-  if (!field.IsSum) {
-    field.SumValue = Variant::Null();
-    return;
-  }
-  Variant total = field.FieldType == F_Currency ? Variant(Currency{0}) : Variant(int32_t{0});
-  const std::vector<Variant>& values = FieldAccess::Values(field);
-  for (size_t row = 1; row < values.size(); ++row) {
-    if (const std::optional<Variant> addend = TotalAddend(field, values[row])) {
-      total = total + *addend;
-    }
-  }
-  field.SumValue = std::move(total);
-}
+void RecomputeSum(RecordsetState& rs, size_t field_index) { RecountTotal(rs, field_index); }
 
 void RecomputeAllSums(RecordsetState& rs) {
   for (size_t i = 0; i < rs.fields.size(); ++i) {

@@ -12,6 +12,7 @@ namespace varnel::internal {
 
 // Resizes every field and both mark arrays to 0..rows, keeping what is there
 // (new values Empty, new marks false), then brings the pointer into range.
+// Dropped rows leave the column totals of the rows that remain.
 void ResizeRows(RecordsetState& rs, int32_t rows);
 
 // Inserts an empty row at position `at` (1..Rows+1): values Empty, marks false.
@@ -24,8 +25,8 @@ std::vector<Variant> RowValues(const RecordsetState& rs, int32_t row);
 // Writes values (in field order) into row, silently (no propagation).
 void WriteRowValues(RecordsetState& rs, int32_t row, const std::vector<Variant>& values);
 
-// Recomputes SumValue of the field at index (0-based): the total of its
-// non-blank values when it is summed and numeric or currency.
+// Recomputes SumValue of the field at index (0-based) from every row: the
+// recount of column_total.h (RecountTotal).
 void RecomputeSum(RecordsetState& rs, size_t field_index);
 void RecomputeAllSums(RecordsetState& rs);
 

@@ -22,7 +22,7 @@ std::vector<ColumnRef> IdentifyingColumns(const WriteLayout& layout) {
 }
 
 // " WHERE a = ? AND b IS NULL ...", appending the bound values to params.
-std::string WhereClause(const WriteLayout& layout, const TableCatalog& catalog,
+std::string WhereClause(const WriteLayout& layout, const db::internal::TableCatalog& catalog,
                         const std::vector<Variant>& before, std::vector<Variant>& params) {
   std::string where;
   for (const ColumnRef& column : IdentifyingColumns(layout)) {
@@ -32,7 +32,7 @@ std::string WhereClause(const WriteLayout& layout, const TableCatalog& catalog,
     if (value.IsBlank()) {
       where += quoted + " IS NULL";
     } else {
-      where += catalog.EqualsParameter(quoted, column.date_type);
+      where += catalog.EqualsParameter(quoted, column.date_precision);
       params.push_back(value);
     }
   }
@@ -40,6 +40,8 @@ std::string WhereClause(const WriteLayout& layout, const TableCatalog& catalog,
 }
 
 }  // namespace
+
+std::string QuoteColumn(const std::string& name) { return "[" + name + "]"; }
 
 Statement InsertStatement(const WriteLayout& layout, const std::vector<Variant>& after) {
   Statement statement;
@@ -60,7 +62,8 @@ Statement InsertStatement(const WriteLayout& layout, const std::vector<Variant>&
   return statement;
 }
 
-std::optional<Statement> UpdateStatement(const WriteLayout& layout, const TableCatalog& catalog,
+std::optional<Statement> UpdateStatement(const WriteLayout& layout,
+                                         const db::internal::TableCatalog& catalog,
                                          const std::vector<Variant>& before,
                                          const std::vector<Variant>& after) {
   Statement statement;
@@ -82,7 +85,7 @@ std::optional<Statement> UpdateStatement(const WriteLayout& layout, const TableC
   return statement;
 }
 
-Statement DeleteStatement(const WriteLayout& layout, const TableCatalog& catalog,
+Statement DeleteStatement(const WriteLayout& layout, const db::internal::TableCatalog& catalog,
                           const std::vector<Variant>& before) {
   Statement statement;
   statement.sql =

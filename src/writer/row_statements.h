@@ -7,9 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "varnel/enums.h"
+#include "db/table_catalog.h"
 #include "varnel/variant.h"
-#include "writer/table_catalog.h"
 
 namespace varnel::internal {
 
@@ -23,7 +22,7 @@ struct ColumnRef {
   std::string name;  // the column's name, as the field names it
   // A date field compares at the precision its DateType loads (a D_YMD field
   // holds the day alone, whatever time the column holds).
-  std::optional<Enum_DateType> date_type;
+  std::optional<db::internal::DatePrecision> date_precision;
 };
 
 // Where a recordset's rows go: the table, the columns written (fields with
@@ -35,18 +34,22 @@ struct WriteLayout {
   std::vector<ColumnRef> keys;
 };
 
+// "[" name "]": how the library writes a column name in SQL.
+std::string QuoteColumn(const std::string& name);
+
 // INSERT of the non-blank written values of `after`; blank ones are left to
 // the database (its defaults, its generated keys). No values: DEFAULT VALUES.
 Statement InsertStatement(const WriteLayout& layout, const std::vector<Variant>& after);
 
 // UPDATE of the written columns whose value changed from `before` to `after`,
 // for the row that still holds `before`; nullopt when nothing changed.
-std::optional<Statement> UpdateStatement(const WriteLayout& layout, const TableCatalog& catalog,
+std::optional<Statement> UpdateStatement(const WriteLayout& layout,
+                                         const db::internal::TableCatalog& catalog,
                                          const std::vector<Variant>& before,
                                          const std::vector<Variant>& after);
 
 // DELETE of the row that still holds `before`.
-Statement DeleteStatement(const WriteLayout& layout, const TableCatalog& catalog,
+Statement DeleteStatement(const WriteLayout& layout, const db::internal::TableCatalog& catalog,
                           const std::vector<Variant>& before);
 
 }  // namespace varnel::internal

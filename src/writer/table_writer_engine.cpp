@@ -4,6 +4,7 @@
 
 #include <utility>
 
+#include "db/driver.h"
 #include "messages/error_trap.h"
 #include "recordset/recordset_state.h"
 #include "writer/writer_texts.h"
@@ -11,8 +12,25 @@
 namespace varnel::internal {
 namespace {
 
-std::optional<Enum_DateType> DateTypeOf(const ClsFields& field) {
-  return field.FieldType == F_Date ? std::optional(field.DateType) : std::nullopt;
+using db::internal::DatePrecision;
+
+// A date field is compared at what its DateType keeps of a date.
+std::optional<DatePrecision> DatePrecisionOf(const ClsFields& field) {
+  if (field.FieldType != F_Date) {
+    return std::nullopt;
+  }
+  switch (field.DateType) {
+    case D_YMDHN:
+      return DatePrecision::kMinute;
+    case D_YMD:
+      return DatePrecision::kDay;
+    case D_HNS:
+      return DatePrecision::kTimeSecond;
+    case D_HN:
+      return DatePrecision::kTimeMinute;
+    default:
+      return DatePrecision::kSecond;
+  }
 }
 
 bool SameName(const std::string& a, const std::string& b) {
@@ -79,14 +97,13 @@ std::shared_ptr<db::Connection> TableWriterEngine::ConnectionOf(
   return own_connection_;
 }
 
-const TableCatalog& TableWriterEngine::CatalogOf(
+db::internal::TableCatalog& TableWriterEngine::CatalogOf(
     const std::shared_ptr<db::Connection>& connection) {
-  if (!catalog_ || catalog_connection_.lock() != connection) {
-    catalog_ = TableCatalog::For(connection);
-    catalog_connection_ = connection;
+  if (keys_connection_.lock() != connection) {
+    keys_connection_ = connection;
     primary_keys_.clear();
   }
-  return *catalog_;
+  return connection->Driver().Catalog();
 }
 
 std::vector<std::string> TableWriterEngine::KeyColumns(
@@ -96,10 +113,10 @@ std::vector<std::string> TableWriterEngine::KeyColumns(
   }
   const std::string name = TableOf(table);
   const std::shared_ptr<db::Connection> cn = ConnectionOf(connection);
-  const TableCatalog& catalog = CatalogOf(cn);
+  db::internal::TableCatalog& catalog = CatalogOf(cn);
   auto found = primary_keys_.find(name);
   if (found == primary_keys_.end()) {
-    found = primary_keys_.emplace(name, catalog.PrimaryKey(cn, name)).first;
+    found = primary_keys_.emplace(name, catalog.PrimaryKey(name)).first;
   }
   return found->second;
 }
@@ -112,7 +129,7 @@ WriteLayout TableWriterEngine::LayoutOf(const std::string& table,
   for (size_t i = 0; i < rs.fields.size(); ++i) {
     const ClsFields& field = *rs.fields[i];
     if (field.IsData && field.SaveToDB) {
-      layout.written.push_back({i, field.Name, DateTypeOf(field)});
+      layout.written.push_back({i, field.Name, DatePrecisionOf(field)});
     }
   }
   for (const std::string& key : keys) {
@@ -123,7 +140,7 @@ WriteLayout TableWriterEngine::LayoutOf(const std::string& table,
     if (i == rs.fields.size()) {
       throw VbError(kItemNotFoundError, WriterMessage(WriterText::KeyNotField, key));
     }
-    layout.keys.push_back({i, rs.fields[i]->Name, DateTypeOf(*rs.fields[i])});
+    layout.keys.push_back({i, rs.fields[i]->Name, DatePrecisionOf(*rs.fields[i])});
   }
   return layout;
 }
@@ -204,8 +221,7 @@ void TableWriterEngine::RunInsert(const Target& target, const RowChange& change,
   if (blank_keys.empty()) {
     return;
   }
-  const auto values =
-      target.catalog->InsertedRowKey(target.connection, target.layout.table, quoted);
+  const auto values = target.catalog->InsertedRowKey(target.layout.table, quoted);
   for (size_t i = 0; values && i < blank_keys.size(); ++i) {
     generated.push_back({change.row, blank_keys[i]->field, (*values)[i]});
   }

@@ -8,12 +8,12 @@
 #include <string>
 #include <vector>
 
+#include "db/table_catalog.h"
 #include "varnel/db.h"
 #include "varnel/enums.h"
 #include "varnel/recordset.h"
 #include "writer/pending_change.h"
 #include "writer/row_statements.h"
-#include "writer/table_catalog.h"
 
 namespace varnel::internal {
 
@@ -37,7 +37,7 @@ class TableWriterEngine {
  private:
   struct Target {
     std::shared_ptr<db::Connection> connection;
-    const TableCatalog* catalog;
+    db::internal::TableCatalog* catalog;
     WriteLayout layout;
   };
   // A key value the database generated for an inserted row.
@@ -49,7 +49,9 @@ class TableWriterEngine {
 
   std::string TableOf(const std::string& table) const;
   std::shared_ptr<db::Connection> ConnectionOf(const std::shared_ptr<db::Connection>& given);
-  const TableCatalog& CatalogOf(const std::shared_ptr<db::Connection>& connection);
+  // The catalog of Connection's database (its driver's); the primary keys read
+  // through another connection are forgotten.
+  db::internal::TableCatalog& CatalogOf(const std::shared_ptr<db::Connection>& connection);
   WriteLayout LayoutOf(const std::string& table, const std::vector<std::string>& keys) const;
 
   void WriteChanges(const Target& target, const std::vector<RowChange>& changes,
@@ -62,8 +64,7 @@ class TableWriterEngine {
   ClsRecordset& recordset_;
   std::vector<std::string> named_keys_;
   std::shared_ptr<db::Connection> own_connection_;
-  std::weak_ptr<db::Connection> catalog_connection_;  // the catalog's database
-  std::optional<TableCatalog> catalog_;
+  std::weak_ptr<db::Connection> keys_connection_;                 // where primary_keys_ were read
   std::map<std::string, std::vector<std::string>> primary_keys_;  // by table
   std::vector<std::string> last_statements_;
 };

@@ -1,4 +1,6 @@
 // Building the field collection from a field-information table.
+#include <cmath>
+
 #include "source_fixture.h"
 
 namespace varnel::testing {
@@ -92,6 +94,19 @@ TEST_P(FieldInformation, AscendingZeroAndBooleanDefaultZeroAreKeptAsZero) {
   EXPECT_FALSE(rs.ReadFieldsInformation(source, "orders"));
   EXPECT_EQ(rs.OrderByAscending1, Ascending);
   EXPECT_EQ(rs.Item("Done")->DefaultValue, Variant(int16_t{0}));
+}
+
+TEST_P(FieldInformation, TodayAsADateDefaultIsKeptAndNewRecordFillsTheCurrentDate) {
+  Execute({"UPDATE FieldsInfo SET [DefaultValue] = ' toDay ' WHERE [Name] = 'Made'"});
+  EXPECT_FALSE(rs.ReadFieldsInformation(source, "orders"));
+  auto made = rs.Item("Made");
+  ASSERT_NE(made, nullptr);
+  EXPECT_EQ(made->DefaultValue, Variant(" toDay "));
+  const Date before{std::floor(rs.GetSysTime().Value)};
+  ASSERT_FALSE(rs.NewRecord());
+  const Date after{std::floor(rs.GetSysTime().Value)};
+  const Variant filled = made->GetValue(rs.Rows());
+  EXPECT_TRUE(filled == Variant(before) || filled == Variant(after)) << filled.TypeName();
 }
 
 TEST_P(FieldInformation, MissingColumnEndsTheReadingWithAReport) {

@@ -10,6 +10,7 @@
 #include "db/postgres/pg_error.h"
 #include "db/postgres/pg_session.h"
 #include "db/postgres/pg_statement.h"
+#include "db/postgres/pg_table_catalog.h"
 #include "db/postgres/pg_values.h"
 #include "db/postgres/sql_scanner.h"
 
@@ -43,7 +44,7 @@ bool ChangesSchema(const PGresult* result) {
 class PgDriver final : public Driver {
  public:
   explicit PgDriver(std::shared_ptr<PgSession> session)
-      : session_(std::move(session)), translator_(*session_) {}
+      : session_(std::move(session)), translator_(*session_), catalog_(*this) {}
 
   int64_t Execute(std::string_view sql, const std::vector<Variant>& params) override;
   std::unique_ptr<Statement> Prepare(std::string_view sql) override {
@@ -55,10 +56,12 @@ class PgDriver final : public Driver {
   bool InTransaction() const override { return session_->InTransaction(); }
   Dialect GetDialect() const override { return PostgresDialect(); }
   SqlTranslator* Translator() override { return &translator_; }
+  TableCatalog& Catalog() override { return catalog_; }
 
  private:
   std::shared_ptr<PgSession> session_;
   PgTranslator translator_;
+  PgTableCatalog catalog_;
 };
 
 int64_t PgDriver::Execute(std::string_view sql, const std::vector<Variant>& params) {

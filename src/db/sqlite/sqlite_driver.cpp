@@ -5,6 +5,7 @@
 #include "db/db_errors.h"
 #include "db/sqlite/sqlite_error.h"
 #include "db/sqlite/sqlite_statement.h"
+#include "db/sqlite/sqlite_table_catalog.h"
 #include "db/sqlite/sqlite_values.h"
 
 namespace varnel::db::internal {
@@ -18,7 +19,7 @@ struct FinalizeGuard {
 
 class SqliteDriver final : public Driver {
  public:
-  explicit SqliteDriver(SqliteHandle handle) : handle_(std::move(handle)) {}
+  explicit SqliteDriver(SqliteHandle handle) : handle_(std::move(handle)), catalog_(*this) {}
 
   int64_t Execute(std::string_view sql, const std::vector<Variant>& params) override;
   std::unique_ptr<Statement> Prepare(std::string_view sql) override {
@@ -29,6 +30,7 @@ class SqliteDriver final : public Driver {
   void RollbackTransaction() override { RunPlain("ROLLBACK", "rolling back the transaction"); }
   bool InTransaction() const override { return sqlite3_get_autocommit(handle_.get()) == 0; }
   Dialect GetDialect() const override { return SqliteDialect(); }
+  TableCatalog& Catalog() override { return catalog_; }
 
  private:
   void RunPlain(const char* sql, std::string_view doing) {
@@ -42,6 +44,7 @@ class SqliteDriver final : public Driver {
   int64_t RunToEnd(sqlite3_stmt* statement, std::string_view sql);
 
   SqliteHandle handle_;
+  SqliteTableCatalog catalog_;
 };
 
 // Binds the statement's placeholders to Params from First on; returns how many

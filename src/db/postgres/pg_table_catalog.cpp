@@ -1,0 +1,77 @@
+#include "db/postgres/pg_table_catalog.h"
+
+#include "varnel/modules.h"
+
+namespace varnel::db::internal {
+namespace {
+
+// The table called Table as an unquoted or bracketed name finds it: the one
+// of that exact name, else the one its lower-case form names.
+std::string TableOid(const std::string& table) {
+  const std::string name = MdlQuery::QuoteText(Variant(BareName(table)));
+  return "(SELECT c.oid FROM pg_catalog.pg_class c WHERE pg_catalog.pg_table_is_visible(c.oid)"
+         " AND c.relname IN ('" +
+         name + "', lower('" + name + "')) ORDER BY c.relname = '" + name + "' DESC LIMIT 1)";
+}
+
+// The to_char pattern that keeps what a comparison at that precision keeps.
+const char* ToCharPattern(DatePrecision precision) {
+  switch (precision) {
+    case DatePrecision::kMinute:
+      return "YYYY-MM-DD HH24:MI";
+    case DatePrecision::kDay:
+      return "YYYY-MM-DD";
+    case DatePrecision::kTimeSecond:
+      return "HH24:MI:SS";
+    case DatePrecision::kTimeMinute:
+      return "HH24:MI";
+    case DatePrecision::kSecond:
+      break;
+  }
+  return "YYYY-MM-DD HH24:MI:SS";
+}
+
+// A value as to_char reads it: a time of day on a fixed day, so that time
+// columns and timestamps compare alike.
+std::string DateText(const std::string& value, DatePrecision precision) {
+  const std::string pattern = ToCharPattern(precision);
+  if (precision == DatePrecision::kTimeSecond || precision == DatePrecision::kTimeMinute) {
+    return "to_char(DATE '2000-01-01' + CAST(" + value + " AS time), '" + pattern + "')";
+  }
+  return "to_char(CAST(" + value + " AS timestamp), '" + pattern + "')";
+}
+
+}  // namespace
+
+std::vector<std::string> PgTableCatalog::PrimaryKey(const std::string& table) {
+  return FirstColumnTexts(
+      driver_,
+      "SELECT a.attname FROM pg_catalog.pg_index i JOIN pg_catalog.pg_attribute a"
+      " ON a.attrelid = i.indrelid AND a.attnum = ANY (i.indkey)"
+      " WHERE i.indisprimary AND i.indrelid = " +
+          TableOid(table) + " ORDER BY array_position(i.indkey::int2[], a.attnum)");
+}
+
+std::string PgTableCatalog::EqualsParameter(const std::string& quoted_column,
+                                            std::optional<DatePrecision> precision) const {
+  if (!precision) {
+    return quoted_column + " = ?";
+  }
+  return DateText(quoted_column, *precision) + " = " + DateText("?", *precision);
+}
+
+std::optional<std::vector<Variant>> PgTableCatalog::InsertedRowKey(
+    const std::string& table, const std::vector<std::string>& key_columns) {
+  if (key_columns.size() != 1) {
+    return std::nullopt;  // a sequence fills one column
+  }
+  // The value the INSERT just drew from the key's sequence (serial or identity).
+  const std::string& key = key_columns[0];
+  const std::string column = MdlQuery::QuoteText(Variant(BareName(key)));
+  const std::string sql = "SELECT " + key + " FROM " + table + " WHERE " + key +
+                          " = currval(pg_catalog.pg_get_serial_sequence(" + TableOid(table) +
+                          "::regclass::text, '" + column + "'))";
+  return FirstRowOrNothing(driver_, sql, 1);
+}
+
+}  // namespace varnel::db::internal

@@ -1,0 +1,48 @@
+#include "db/table_catalog.h"
+
+#include <memory>
+
+#include "db/driver.h"
+
+namespace varnel::db::internal {
+
+std::string BareName(std::string_view name) {
+  if (name.size() >= 2) {
+    const char first = name.front();
+    const char last = name.back();
+    if ((first == '[' && last == ']') || (first == '"' && last == '"') ||
+        (first == '`' && last == '`')) {
+      return std::string(name.substr(1, name.size() - 2));
+    }
+  }
+  return std::string(name);
+}
+
+std::vector<std::string> FirstColumnTexts(Driver& driver, std::string_view sql) {
+  const std::unique_ptr<Statement> statement = driver.Prepare(driver.DatabaseSql(sql));
+  std::vector<std::string> texts;
+  while (statement->Step()) {
+    texts.push_back(statement->Value(0).ToString());
+  }
+  return texts;
+}
+
+std::optional<std::vector<Variant>> FirstRowOrNothing(Driver& driver, std::string_view sql,
+                                                      size_t count) {
+  try {
+    const std::unique_ptr<Statement> statement = driver.Prepare(driver.DatabaseSql(sql));
+    if (!statement->Step()) {
+      return std::nullopt;
+    }
+    std::vector<Variant> values;
+    for (size_t i = 0; i < count; ++i) {
+      values.push_back(statement->Value(static_cast<int32_t>(i)));
+    }
+    statement->Rewind();  // the row is read: let the database go
+    return values;
+  } catch (const std::exception&) {
+    return std::nullopt;  // e.g. no rowid, no sequence: the database cannot tell
+  }
+}
+
+}  // namespace varnel::db::internal
