@@ -2,11 +2,11 @@
 // 500000 rows", redrawn in place on standard error while the rows are read.
 //
 // The recordset announces a load (DataSourceInitUser, DataSourceRefreshUser)
-// with its condition, so the total is counted first; the rows read are
-// counted as SQLite produces them, through a row trace installed on every
-// SQLite connection the process opens. Other databases load without progress.
+// with its condition, so the total is counted first; the rows read are those
+// the connection reports (db::Connection::OnRowsRead), on every database.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -17,11 +17,12 @@ namespace varnel::app {
 
 class LoadProgress : public ClsRecordsetEvents {
  public:
-  // Installs the row counter for SQLite connections opened from now on. Call
-  // once, before the first connection is opened, and only for a terminal.
-  static void InstallRowCounter();
-
-  explicit LoadProgress(ClsRecordset& recordset) : recordset_(recordset) {}
+  // Shows the loads of Recordset, which reads through Connection; construct
+  // it only when standard error is a terminal. REQUIRES: Connection outlives it.
+  LoadProgress(ClsRecordset& recordset, db::Connection& connection);
+  ~LoadProgress() override;  // the connection stops reporting to it
+  LoadProgress(const LoadProgress&) = delete;
+  LoadProgress& operator=(const LoadProgress&) = delete;
 
   void DataSourceInitUser(const std::string& OutCondition, const std::string& OutOrderBy) override;
   void DataSourceRefreshUser(const std::string& OutCondition,
@@ -30,15 +31,24 @@ class LoadProgress : public ClsRecordsetEvents {
   void SysDataSourceRefresh() override;
 
  private:
+  using Clock = std::chrono::steady_clock;
+
   void Begin(const std::string& condition);
+  void RowsRead(int64_t rows);
+  void Draw();
   void End();
 
   ClsRecordset& recordset_;
+  db::Connection& connection_;
+  // The load being shown; active only between Begin and End.
+  bool active_ = false;
+  bool drawn_ = false;
+  int64_t done_ = 0;
+  int64_t total_ = 0;
+  Clock::time_point start_;
+  Clock::time_point last_draw_;
 };
 
-// Reopens the recordset's SELECT on every refresh: a recordset kept open
-// (U_User) is otherwise reused as it is, so a new query condition would not
-// take effect.
 class ReopenOnRefresh : public ClsRecordsetEvents {
  public:
   explicit ReopenOnRefresh(ClsRecordset& recordset) : recordset_(recordset) {}

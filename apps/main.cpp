@@ -8,6 +8,7 @@
 #include <cstring>
 #include <iostream>
 #include <memory>
+#include <optional>
 
 #include "console.h"
 #include "console_ui.h"
@@ -72,10 +73,15 @@ int RunScreen(const Options& options, bool interactive) {
   if (!options.table.empty() && !keys.empty()) {
     rs.OrderByField1 = "[" + keys.front() + "]";  // the library's form of a column name
   }
-  LoadProgress progress(rs);
+  // Progress is drawn on standard error, so only when that is a terminal.
+  std::optional<LoadProgress> progress;
+  std::optional<Advised> progress_sink;
+  if (isatty(STDERR_FILENO)) {
+    progress.emplace(rs, *connection);
+    progress_sink.emplace(rs, *progress);
+  }
   ReopenOnRefresh reopen(rs);
   LockMarks locks(rs);
-  Advised progress_sink(rs, progress);
   Advised reopen_sink(rs, reopen);
   Advised locks_sink(rs, locks);
   rs.InitDataSource();
@@ -103,9 +109,6 @@ int main(int argc, char** argv) {
   const bool interactive = isatty(STDIN_FILENO) && isatty(STDOUT_FILENO);
   if (interactive) {
     UseUtf8Characters();
-  }
-  if (isatty(STDERR_FILENO)) {
-    LoadProgress::InstallRowCounter();
   }
   try {
     return RunScreen(*options, interactive);

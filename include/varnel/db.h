@@ -15,6 +15,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -75,12 +76,20 @@ class Connection {
   void CommitTrans();
   void RollbackTrans();
 
+  // Progress of loads: Callback gets the rows read so far every Every rows of
+  // each read of a recordset on this connection, and the read's total when it
+  // ends (Every < 1: the total only). An empty Callback stops the calls.
+  void OnRowsRead(std::function<void(int64_t Rows)> Callback, int64_t Every = 10000);
+
   // The open driver; REQUIRES State() == 1. For the library's own use.
   internal::Driver& Driver() const;
 
  private:
+  friend struct internal::RecordsetAccess;
   std::string connection_string_;
   std::unique_ptr<internal::Driver> driver_;
+  std::function<void(int64_t)> on_rows_read_;
+  int64_t rows_read_every_ = 10000;
 };
 
 // A client-side static read-only cursor over the rows of a SELECT or a table.

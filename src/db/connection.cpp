@@ -1,5 +1,6 @@
 // Connection: opens the driver its connection string names and forwards to it.
 #include <limits>
+#include <utility>
 
 #include "db/connection_string.h"
 #include "db/db_errors.h"
@@ -74,6 +75,11 @@ void Connection::RollbackTrans() {
     internal::RaiseProviderError("RollbackTrans: no transaction is open on this connection.");
   }
   driver.RollbackTransaction();
+}
+
+void Connection::OnRowsRead(std::function<void(int64_t Rows)> Callback, int64_t Every) {
+  on_rows_read_ = std::move(Callback);
+  rows_read_every_ = Every;
 }
 
 internal::Driver& Connection::Driver() const {

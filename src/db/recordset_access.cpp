@@ -3,6 +3,8 @@
 // through ReadAllRows.
 #include "db/recordset_access.h"
 
+#include <limits>
+
 #include "db/db_errors.h"
 #include "db/recordset_data.h"
 
@@ -25,20 +27,32 @@ void CheckColumns(size_t column_count, const std::vector<int32_t>& columns,
 }  // namespace
 
 int32_t ReadAllRows(Statement& statement, const std::vector<int32_t>& columns,
-                    const std::vector<std::vector<Variant>*>& outputs) {
+                    const std::vector<std::vector<Variant>*>& outputs,
+                    const RowProgress& progress) {
   CheckColumns(statement.Columns().size(), columns, outputs);
   statement.Rewind();
-  int32_t rows = 0;
+  int64_t rows = 0;
+  int64_t reported = -1;
+  // One comparison per row is all progress costs while no report is due.
+  const bool periodic = progress.callback && progress.every > 0;
+  int64_t next_report = periodic ? progress.every : std::numeric_limits<int64_t>::max();
   try {
     while (statement.Step()) {
       statement.AppendRow(columns.data(), outputs.data(), columns.size());
-      ++rows;
+      if (++rows == next_report) {
+        progress.callback(rows);
+        reported = rows;
+        next_report += progress.every;
+      }
+    }
+    if (progress.callback && reported != rows) {
+      progress.callback(rows);
     }
   } catch (...) {
     statement.Rewind();  // a read left half-way would keep the database locked
     throw;
   }
-  return rows;
+  return static_cast<int32_t>(rows);
 }
 
 void RecordsetData::RequireOpen() const {
@@ -60,7 +74,7 @@ void RecordsetData::EnsureLoaded() {
     columns[i] = static_cast<int32_t>(i);
     outputs[i] = &read[i];
   }
-  row_count = ReadAllRows(*statement, columns, outputs);
+  row_count = ReadAllRows(*statement, columns, outputs, RecordsetAccess::ProgressOf(*connection));
   values = std::move(read);
   loaded = true;
 }
@@ -92,8 +106,9 @@ int32_t RecordsetAccess::AppendColumns(Recordset& rs, const std::vector<int32_t>
                                        const std::vector<std::vector<Variant>*>& outputs) {
   RecordsetData& data = *rs.d_;
   data.RequireOpen();
+  const RowProgress progress = ProgressOf(*data.connection);
   if (!data.loaded) {
-    return ReadAllRows(*data.statement, columns, outputs);
+    return ReadAllRows(*data.statement, columns, outputs, progress);
   }
   // A static cursor that has read its rows gives that snapshot again, which
   // is also cheaper than reading the database a second time.
@@ -102,7 +117,14 @@ int32_t RecordsetAccess::AppendColumns(Recordset& rs, const std::vector<int32_t>
     const std::vector<Variant>& source = data.values[columns[i]];
     outputs[i]->insert(outputs[i]->end(), source.begin(), source.end());
   }
+  if (progress.callback) {
+    progress.callback(data.row_count);  // all of them at once
+  }
   return data.row_count;
+}
+
+RowProgress RecordsetAccess::ProgressOf(const Connection& connection) {
+  return RowProgress{connection.on_rows_read_, connection.rows_read_every_};
 }
 
 }  // namespace varnel::db::internal

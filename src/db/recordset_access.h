@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,13 @@ struct ColumnInfo {
   int32_t defined_size = 0;  // declared length of a text column, else 0
 };
 
+// Where a read reports the rows it has read (Connection::OnRowsRead): every
+// `every` rows (never when < 1) and at its end; no callback, nowhere.
+struct RowProgress {
+  std::function<void(int64_t)> callback;
+  int64_t every = 0;
+};
+
 struct RecordsetAccess {
   // The columns of an open recordset, in order; needs no rows to be read.
   static const std::vector<ColumnInfo>& Columns(const Recordset& rs);
@@ -25,8 +33,12 @@ struct RecordsetAccess {
   // declared type decides. The rows are not kept in the recordset (when it has
   // already read them, that snapshot is given, whatever its Filter). Returns
   // the number of rows read. Raises VbError when the database fails.
+  // The rows read are reported to the recordset's connection's progress.
   static int32_t AppendColumns(Recordset& rs, const std::vector<int32_t>& columns,
                                const std::vector<std::vector<Variant>*>& outputs);
+
+  // What reads on Connection report their rows to.
+  static RowProgress ProgressOf(const Connection& connection);
 };
 
 }  // namespace varnel::db::internal

@@ -42,8 +42,10 @@ struct RecordsetData {
 };
 
 // Reads every row of Statement from the start, appending the value of column
-// columns[i] to *outputs[i]; returns the number of rows. The one bulk read.
+// columns[i] to *outputs[i]; returns the number of rows, which Progress is
+// told as the read goes on. The one bulk read.
 int32_t ReadAllRows(Statement& statement, const std::vector<int32_t>& columns,
-                    const std::vector<std::vector<Variant>*>& outputs);
+                    const std::vector<std::vector<Variant>*>& outputs,
+                    const RowProgress& progress = {});
 
 }  // namespace varnel::db::internal

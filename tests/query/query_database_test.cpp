@@ -3,11 +3,12 @@
 // rows of that day or minute whatever time the column holds.
 #include <gtest/gtest.h>
 
+#include <tuple>
 #include <vector>
 
-#include "query_fixture.h"
 #include "support/capture_ui.h"
 #include "support/test_database.h"
+#include "varnel/varnel.h"
 
 namespace varnel::testing {
 namespace {
@@ -20,40 +21,33 @@ class QueryOnDatabase : public ::testing::TestWithParam<TestProvider> {
     cn->Execute(
         "CREATE TABLE Orders (\"Id\" INTEGER, \"Placed\" TIMESTAMP, \"Qty\" INTEGER, "
         "\"Price\" NUMERIC)");
-    const struct {
-      int32_t id;
-      double placed;  // 2003-05-06 10:30:45, 2003-05-06 23:59:59, 2003-05-07 00:00:00, ...
-      Variant qty;
-      double price;
-    } rows[] = {{1, 37747.4380208333, Variant(int32_t{5}), 1234.5},
-                {2, 37747.9999884259, Variant::Null(), 10},
-                {3, 37748, Variant(int32_t{-2}), 0.5},
-                {4, 37747.4375, Variant(int32_t{7}), 99.99}};
+    // Placed: 2003-05-06 10:30:45, 2003-05-06 23:59:59, 2003-05-07 00:00, 2003-05-06 10:30.
+    const Variant rows[][4] = {{int32_t{1}, Date{37747.4380208333}, int32_t{5}, 1234.5},
+                               {int32_t{2}, Date{37747.9999884259}, Variant::Null(), 10.0},
+                               {int32_t{3}, Date{37748.0}, int32_t{-2}, 0.5},
+                               {int32_t{4}, Date{37747.4375}, int32_t{7}, 99.99}};
     for (const auto& r : rows) {
-      cn->Execute("INSERT INTO Orders VALUES (?, ?, ?, ?)",
-                  {Variant(r.id), Variant(Date{r.placed}), r.qty, Variant(r.price)});
+      cn->Execute("INSERT INTO Orders VALUES (?, ?, ?, ?)", {r[0], r[1], r[2], r[3]});
     }
     cn->Close();
   }
 
-  // The ids of the rows that the query text typed into field finds.
-  std::vector<int32_t> Find(const char* field, Enum_FieldType type, Enum_DateType date_type,
-                            const char* query) {
+  // The ids of the rows found by the query typed into the field of that kind:
+  // Placed (a date), Price (a currency) or Qty (a number).
+  std::vector<int32_t> Find(Enum_FieldType type, Enum_DateType date_type, const char* query) {
     ClsRecordset rs;
     rs.ConnectString = db_.ConnectionString();
-    rs.UserOpenMode = U_Auto;
     rs.TableName = "Orders";
     rs.DefaultOrderBy = "[Id]";
     for (const char* name : {"Id", "Placed", "Qty", "Price"}) {
-      auto f = rs.Add(name);
-      f->IsData = true;
-      f->FieldType = F_Numeral;
+      rs.Add(name)->IsData = true;
     }
     rs.Add("Sym")->IsData = false;  // the currency's symbol, which every currency field names
     rs.Item("Price")->SymbolName = "Sym";
-    rs.Item(field)->FieldType = type;
-    rs.Item(field)->DateType = date_type;
-    rs.Item(field)->QueryValue = query;
+    auto field = rs.Item(type == F_Date ? "Placed" : type == F_Currency ? "Price" : "Qty");
+    field->FieldType = type;
+    field->DateType = date_type;
+    field->QueryValue = query;
     CaptureScope capture;
     EXPECT_FALSE(rs.InitDataSource()) << query << ": " << capture.LastText();
     std::vector<int32_t> ids;
@@ -66,28 +60,19 @@ class QueryOnDatabase : public ::testing::TestWithParam<TestProvider> {
   TestDatabase db_{GetParam()};
 };
 
-using Ids = std::vector<int32_t>;
-
-TEST_P(QueryOnDatabase, DayFieldFindsTheRowsOfThatDayWhateverTheirTime) {
-  EXPECT_EQ(Find("Placed", F_Date, D_YMD, "5/6/2003"), (Ids{1, 2, 4}));
-  EXPECT_EQ(Find("Placed", F_Date, D_YMD, "<>2003-05-06"), (Ids{3}));
-  EXPECT_EQ(Find("Placed", F_Date, D_YMD, "<=5/6/2003"), (Ids{1, 2, 4}));
-  EXPECT_EQ(Find("Placed", F_Date, D_YMD, ">5/6/2003"), (Ids{3}));
-  EXPECT_EQ(Find("Placed", F_Date, D_YMD, "NOT=5/6/2003"), (Ids{3}));
-}
-
-TEST_P(QueryOnDatabase, MinuteFieldFindsTheRowsOfThatMinute) {
-  EXPECT_EQ(Find("Placed", F_Date, D_YMDHN, "5/6/2003 10:30"), (Ids{1, 4}));
-  EXPECT_EQ(Find("Placed", F_Date, D_YMDHNS, "5/6/2003 10:30"), (Ids{4}));
-}
-
-TEST_P(QueryOnDatabase, NumberAndCurrencyPredicatesRunAsWritten) {
-  EXPECT_EQ(Find("Qty", F_Numeral, D_YMDHNS, ">=0 AND <6"), (Ids{1}));
-  EXPECT_EQ(Find("Qty", F_Numeral, D_YMDHNS, "NOT 5"), (Ids{2, 3, 4}));
-  EXPECT_EQ(Find("Qty", F_Numeral, D_YMDHNS, "NOT>0"), (Ids{2, 3}));
-  EXPECT_EQ(Find("Qty", F_Numeral, D_YMDHNS, "null OR <0"), (Ids{2, 3}));
-  EXPECT_EQ(Find("Price", F_Currency, D_YMDHNS, "$1,234.50"), (Ids{1}));
-  EXPECT_EQ(Find("Price", F_Currency, D_YMDHNS, "<>10"), (Ids{1, 3, 4}));
+TEST_P(QueryOnDatabase, PredicatesRunAsWrittenAndDayOrMinuteFieldsFindTheWholeDayOrMinute) {
+  const std::tuple<Enum_FieldType, Enum_DateType, const char*, std::vector<int32_t>> rows[] = {
+      {F_Date, D_YMD, "5/6/2003", {1, 2, 4}},      {F_Date, D_YMD, "<>2003-05-06", {3}},
+      {F_Date, D_YMD, "<=5/6/2003", {1, 2, 4}},    {F_Date, D_YMD, ">5/6/2003", {3}},
+      {F_Date, D_YMD, "NOT=5/6/2003", {3}},        {F_Date, D_YMDHN, "5/6/2003 10:30", {1, 4}},
+      {F_Date, D_YMDHNS, "5/6/2003 10:30", {4}},   {F_Numeral, D_YMDHNS, ">=0 AND <6", {1}},
+      {F_Numeral, D_YMDHNS, "NOT 5", {2, 3, 4}},   {F_Numeral, D_YMDHNS, "NOT>0", {2, 3}},
+      {F_Numeral, D_YMDHNS, "null OR <0", {2, 3}}, {F_Currency, D_YMDHNS, "$1,234.50", {1}},
+      {F_Currency, D_YMDHNS, "<>10", {1, 3, 4}},
+  };
+  for (const auto& [type, date_type, query, ids] : rows) {
+    EXPECT_EQ(Find(type, date_type, query), ids) << query;
+  }
 }
 
 VARNEL_ON_EVERY_PROVIDER(QueryOnDatabase);

@@ -1,0 +1,20 @@
+# Installs the built project into a scratch prefix, then configures, builds and
+# runs the consumer project against it, and checks the pkg-config file.
+# Variables: BUILD_DIR (the project's build), SOURCE (this folder), WORK (scratch).
+file(REMOVE_RECURSE ${WORK})
+function(run)
+  execute_process(COMMAND ${ARGV} RESULT_VARIABLE status OUTPUT_VARIABLE out ERROR_VARIABLE err)
+  if(NOT status EQUAL 0)
+    message(FATAL_ERROR "failed: ${ARGV}\n${out}\n${err}")
+  endif()
+  set(last_output "${out}" PARENT_SCOPE)
+endfunction()
+run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${WORK}/prefix)
+run(${CMAKE_COMMAND} -S ${SOURCE} -B ${WORK}/build -DCMAKE_PREFIX_PATH=${WORK}/prefix)
+run(${CMAKE_COMMAND} --build ${WORK}/build)
+run(${WORK}/build/consumer)
+message(STATUS "${last_output}")
+file(GLOB pc_file ${WORK}/prefix/lib*/pkgconfig/varnel.pc)
+if(NOT pc_file)
+  message(FATAL_ERROR "varnel.pc was not installed")
+endif()
