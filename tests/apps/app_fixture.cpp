@@ -47,16 +47,11 @@ Variant AppSession::Scalar(const std::string& sql) {
   return rows.empty() ? Variant() : rows[0][0];
 }
 
-int32_t AppSession::PositionOf(int32_t order_id) {
+std::string AppSession::Goto(int32_t order_id) {
   const std::string id = std::to_string(order_id);
-  return Scalar(
-             "SELECT COUNT(*) FROM Orders WHERE OrderDate < (SELECT OrderDate FROM Orders"
-             " WHERE OrderId = " +
-             id +
-             ") OR (OrderDate = (SELECT OrderDate FROM Orders"
-             " WHERE OrderId = " +
-             id + ") AND OrderId <= " + id + ")")
-      .ToLong();
+  return "goto " + CStr(Scalar("SELECT COUNT(*) FROM Orders o, Orders t WHERE t.OrderId = " + id +
+                               " AND (o.OrderDate < t.OrderDate OR (o.OrderDate = t.OrderDate"
+                               " AND o.OrderId <= t.OrderId))"));
 }
 
 int32_t AppSession::FirstOrderWhere(const std::string& condition) {
@@ -65,20 +60,12 @@ int32_t AppSession::FirstOrderWhere(const std::string& condition) {
       .ToLong();
 }
 
-int CountLines(const std::string& output, const std::string& text) {
+int CountLines(const std::string& output, const std::string& text, bool at_start) {
   std::istringstream lines(output);
   int count = 0;
   for (std::string line; std::getline(lines, line);) {
-    count += line.find(text) != std::string::npos ? 1 : 0;
-  }
-  return count;
-}
-
-int LinesStartingWith(const std::string& output, const std::string& prefix) {
-  std::istringstream lines(output);
-  int count = 0;
-  for (std::string line; std::getline(lines, line);) {
-    count += line.rfind(prefix, 0) == 0 ? 1 : 0;
+    const size_t found = line.find(text);
+    count += (at_start ? found == 0 : found != std::string::npos) ? 1 : 0;
   }
   return count;
 }

@@ -30,8 +30,8 @@ class AppSession : public ::testing::Test {
   std::shared_ptr<db::Connection> Database();
   Rows Query(const std::string& sql);
   Variant Scalar(const std::string& sql);
-  // The row number of an order on the screen (ordered by OrderDate, OrderId).
-  int32_t PositionOf(int32_t order_id);
+  // The command that goes to an order's row (the screen orders by OrderDate, OrderId).
+  std::string Goto(int32_t order_id);
   // The first order on the screen that matches Condition.
   int32_t FirstOrderWhere(const std::string& condition);
 
@@ -41,10 +41,8 @@ class AppSession : public ::testing::Test {
   std::shared_ptr<db::Connection> database_;
 };
 
-// Counts the lines of Output that contain Text.
-int CountLines(const std::string& output, const std::string& text);
-// Counts the lines of Output that start with Prefix.
-int LinesStartingWith(const std::string& output, const std::string& prefix);
+// Counts the lines of Output that contain Text (that start with it if At_start).
+int CountLines(const std::string& output, const std::string& text, bool at_start = false);
 // The value that the last form in Output shows for the field shown as Name.
 std::string FieldValue(const std::string& output, const std::string& name);
 // The status lines of Output ("Row 3 of 300 | Browse | ..."), in order.

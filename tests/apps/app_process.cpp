@@ -5,41 +5,13 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cstdlib>
 #include <stdexcept>
-
-extern char** environ;
 
 namespace varnel::testing {
 namespace {
 
 constexpr int kTimeLimitMs = 30000;
-
-std::vector<std::string> Environment(const std::map<std::string, std::string>& changes) {
-  std::map<std::string, std::string> env;
-  for (char** entry = environ; *entry != nullptr; ++entry) {
-    const std::string text(*entry);
-    const size_t equals = text.find('=');
-    if (equals != std::string::npos) {
-      env[text.substr(0, equals)] = text.substr(equals + 1);
-    }
-  }
-  env.erase("LANGUAGE");
-  env.erase("LC_ALL");
-  env.erase("LC_MESSAGES");
-  env["LANG"] = "C.UTF-8";
-  for (const auto& [name, value] : changes) {
-    if (value.empty()) {
-      env.erase(name);
-    } else {
-      env[name] = value;
-    }
-  }
-  std::vector<std::string> entries;
-  for (const auto& [name, value] : env) {
-    entries.push_back(name + "=" + value);
-  }
-  return entries;
-}
 
 std::vector<char*> Pointers(std::vector<std::string>& texts) {
   std::vector<char*> pointers;
@@ -56,7 +28,6 @@ AppProcess::AppProcess(const std::vector<std::string>& args,
                        const std::map<std::string, std::string>& env) {
   std::vector<std::string> argv = {VARNEL_APP_PATH};
   argv.insert(argv.end(), args.begin(), args.end());
-  std::vector<std::string> envp = Environment(env);
   int to_child[2];
   int from_child[2];
   if (pipe(to_child) != 0 || pipe(from_child) != 0) {
@@ -70,7 +41,18 @@ AppProcess::AppProcess(const std::vector<std::string>& args,
     dup2(from_child[1], STDERR_FILENO);
     close(to_child[1]);
     close(from_child[0]);
-    execve(argv[0].c_str(), Pointers(argv).data(), Pointers(envp).data());
+    for (const char* name : {"LANGUAGE", "LC_ALL", "LC_MESSAGES"}) {
+      unsetenv(name);
+    }
+    setenv("LANG", "C.UTF-8", 1);
+    for (const auto& [name, value] : env) {
+      if (value.empty()) {
+        unsetenv(name.c_str());
+      } else {
+        setenv(name.c_str(), value.c_str(), 1);
+      }
+    }
+    execv(argv[0].c_str(), Pointers(argv).data());
     _exit(127);
   }
   close(to_child[0]);
@@ -118,12 +100,7 @@ bool AppProcess::ReadSome() {
 }
 
 std::string AppProcess::ReadUntil(const std::string& marker) {
-  size_t found = seen_.find(marker, marker_from_);
-  while (found == std::string::npos && ReadSome()) {
-    found = seen_.find(marker, marker_from_);
-  }
-  if (found != std::string::npos) {
-    marker_from_ = found + marker.size();
+  while (seen_.find(marker) == std::string::npos && ReadSome()) {
   }
   return seen_;
 }

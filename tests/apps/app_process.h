@@ -28,8 +28,7 @@ class AppProcess {
 
   // Writes Text to the program's input.
   void Send(const std::string& text);
-  // Reads until the output holds Marker (after what was already read up to
-  // the previous marker) or the program ends; returns all output so far.
+  // Reads until the output holds Marker or the program ends; returns all output so far.
   std::string ReadUntil(const std::string& marker);
   // Closes the input, reads everything and waits for the exit.
   AppRun Finish();
@@ -41,7 +40,6 @@ class AppProcess {
   int input_ = -1;
   int output_ = -1;
   std::string seen_;
-  size_t marker_from_ = 0;
 };
 
 // Runs the program once with Script as its whole input.

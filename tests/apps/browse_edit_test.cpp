@@ -29,22 +29,30 @@ TEST_F(AppSession, BrowsesTheOrdersInDateOrder) {
   EXPECT_NE(out.find("[Error] Error:2103 No current record."), npos);
   EXPECT_NE(out.find("Select * From Orders Order By OrderDate Asc,OrderId Asc"), npos);
   // The list shows rows 148..152 with the current one marked.
-  const int32_t id = Scalar(
-                         "SELECT OrderId FROM Orders ORDER BY OrderDate, OrderId LIMIT 1"
-                         " OFFSET 149")
-                         .ToLong();
-  EXPECT_EQ(FieldValue(out, "Order No."), std::to_string(id));
-  EXPECT_EQ(LinesStartingWith(out, ">"), 1);
+  EXPECT_EQ(
+      FieldValue(out, "Order No."),
+      CStr(Scalar("SELECT OrderId FROM Orders ORDER BY OrderDate, OrderId LIMIT 1 OFFSET 149")));
+  EXPECT_EQ(CountLines(out, ">", true), 1);
 }
 
-TEST_F(AppSession, EditedValueIsSavedToItsRow) {
+TEST_F(AppSession, EditedValueIsSavedToItsRowAndUndoTakesBackOneLayerAtATime) {
   const int32_t id = FirstOrderWhere("Locked = 0 AND Qty <> 7");
+  const int32_t undone =
+      FirstOrderWhere("Locked = 0 AND Qty <> 9 AND OrderId <> " + std::to_string(id));
   const Rows before = Query("SELECT * FROM Orders ORDER BY OrderId");
   const AppRun run =
-      Run(Script({"goto " + std::to_string(PositionOf(id)), "set Quantity 7", "save", "quit"}));
-  EXPECT_NE(run.output.find("Saved."), npos) << run.output;
-  EXPECT_EQ((std::vector<std::string>{"Browse", "Browse", "Modified", "Browse"}),
-            Statuses(run.output));
+      Run(Script({Goto(id), "set Quantity 7", "save", Goto(undone), "set Quantity 9", "delete",
+                  "undo", "show", "undo", "show", "save", "new", "undo", "quit"}));
+  EXPECT_EQ((std::vector<std::string>{"Browse", "Browse", "Modified", "Browse", "Browse",
+                                      "Modified", "Modified, deleted", "Modified", "Modified",
+                                      "Browse", "Browse", "New", "Browse"}),
+            Statuses(run.output))
+      << run.output;
+  EXPECT_NE(run.output.find("Saved."), npos);
+  EXPECT_NE(run.output.find("Nothing to save."), npos);
+  EXPECT_NE(run.output.find("Row 301 of 301 | New"), npos);
+  const std::string before_save = run.output.substr(0, run.output.rfind("varnel> save"));
+  EXPECT_EQ(FieldValue(before_save, "Quantity"), CStr(before[static_cast<size_t>(undone - 1)][3]));
   Rows expected = before;
   expected[static_cast<size_t>(id - 1)][3] = Variant(int32_t{7});
   EXPECT_EQ(Query("SELECT * FROM Orders ORDER BY OrderId"), expected);
@@ -64,82 +72,45 @@ TEST_F(AppSession, NewRowIsInsertedAndShowsItsGeneratedNumber) {
                    Variant(int32_t{1})}}));
 }
 
-TEST_F(AppSession, CopiedRowIsInsertedUnderANewNumber) {
+TEST_F(AppSession, CopiedRowIsInsertedUnderANewNumberAndDeletedRowIsRemoved) {
   const int32_t id = FirstOrderWhere("Locked = 0");
-  const AppRun run = Run(
-      Script({"goto " + std::to_string(PositionOf(id)), "copy", "set Quantity 3", "save", "quit"}));
-  EXPECT_NE(run.output.find("Saved."), npos) << run.output;
+  const std::string same = "SELECT Customer, Product, Price, Currency, OrderDate FROM Orders";
+  const Rows original = Query(same + " WHERE OrderId = " + std::to_string(id));
+  const AppRun run =
+      Run(Script({Goto(id), "copy", "set Quantity 3", "save", Goto(id), "delete", "save", "quit"}));
+  EXPECT_EQ(CountLines(run.output, "Saved."), 2) << run.output;
   EXPECT_EQ(Statuses(run.output)[2], "Copied");
-  const std::string same = "Customer, Product, Price, Currency, OrderDate";
-  EXPECT_EQ(Query("SELECT " + same + " FROM Orders WHERE OrderId = 301"),
-            Query("SELECT " + same + " FROM Orders WHERE OrderId = " + std::to_string(id)));
+  EXPECT_NE(run.output.find("of 300 | Deleted"), npos);
+  EXPECT_EQ(Query(same + " WHERE OrderId = 301"), original);
   EXPECT_EQ(Query("SELECT Qty, Paid FROM Orders WHERE OrderId = 301"),
             (Rows{{Variant(int32_t{3}), Variant(false)}}));
+  EXPECT_EQ(Query("SELECT COUNT(*), SUM(OrderId = " + std::to_string(id) + ") FROM Orders"),
+            (Rows{{Variant(int32_t{300}), Variant(int32_t{0})}}));
 }
 
-TEST_F(AppSession, DeletedRowIsRemovedFromTheDatabase) {
+TEST_F(AppSession, RefusedChangesAreReportedAndNothingIsStored) {
+  const int32_t locked = FirstOrderWhere("Locked <> 0");
   const int32_t id = FirstOrderWhere("Locked = 0");
-  const AppRun run =
-      Run(Script({"goto " + std::to_string(PositionOf(id)), "delete", "save", "quit"}));
-  EXPECT_NE(run.output.find("of 299 | Deleted"), npos);
-  EXPECT_EQ(Statuses(run.output)[2], "Deleted");
-  EXPECT_EQ(Scalar("SELECT COUNT(*) FROM Orders"), Variant(int32_t{299}));
-  EXPECT_EQ(Scalar("SELECT COUNT(*) FROM Orders WHERE OrderId = " + std::to_string(id)),
-            Variant(int32_t{0}));
-}
-
-TEST_F(AppSession, UndoTakesBackOneLayerAtATime) {
-  const int32_t id = FirstOrderWhere("Locked = 0 AND Qty <> 9");
-  const Variant qty = Scalar("SELECT Qty FROM Orders WHERE OrderId = " + std::to_string(id));
-  const AppRun run =
-      Run(Script({"goto " + std::to_string(PositionOf(id)), "set Quantity 9", "delete", "undo",
-                  "show", "undo", "show", "save", "new", "undo", "quit"}));
-  EXPECT_EQ((std::vector<std::string>{"Browse", "Browse", "Modified", "Modified, deleted",
-                                      "Modified", "Modified", "Browse", "Browse", "New", "Browse"}),
-            Statuses(run.output));
-  EXPECT_NE(run.output.find("Nothing to save."), npos);
-  EXPECT_NE(run.output.find("Row 301 of 301 | New"), npos);
-  const std::string before_save = run.output.substr(0, run.output.find("varnel> save"));
-  EXPECT_EQ(FieldValue(before_save, "Quantity"), CStr(qty));
-  EXPECT_EQ(Scalar("SELECT Qty FROM Orders WHERE OrderId = " + std::to_string(id)), qty);
-  EXPECT_EQ(Scalar("SELECT COUNT(*) FROM Orders"), Variant(int32_t{300}));
-}
-
-TEST_F(AppSession, RejectedValuesAreReportedAndNotStored) {
-  const int32_t id = FirstOrderWhere("Locked = 0");
-  const Variant qty = Scalar("SELECT Qty FROM Orders WHERE OrderId = " + std::to_string(id));
-  const AppRun run = Run(Script({"goto " + std::to_string(PositionOf(id)), "set Quantity 5000",
-                                 "set Quantity many", "save", "quit"}));
-  EXPECT_EQ(CountLines(run.output, "[Error]") + CountLines(run.output, "[Information]"), 2)
-      << run.output;
-  EXPECT_NE(run.output.find("[Error] Error:13 Type Mismatch."), npos);
-  EXPECT_NE(run.output.find("Nothing to save."), npos);
-  EXPECT_EQ(FieldValue(run.output, "Quantity"), CStr(qty));
-  EXPECT_EQ(Scalar("SELECT Qty FROM Orders WHERE OrderId = " + std::to_string(id)), qty);
-}
-
-TEST_F(AppSession, RequiredFieldLeftEmptyKeepsTheNewRowUnsaved) {
-  const AppRun run = Run(Script({"new", "set Product Stapler", "set Unit price 5",
-                                 "set Order date 2024-12-31", "save", "quit", "quit"}));
-  EXPECT_NE(run.output.find("[Error] Error:94 Please enter value 'Customer' can not be null."),
-            npos)
-      << run.output;
-  EXPECT_NE(run.output.find("Not saved: correct the row and save again."), npos);
-  EXPECT_EQ(Statuses(run.output).back(), "New");
-  EXPECT_NE(run.output.find("quit again to leave"), npos);
-  EXPECT_EQ(run.exit_code, 0);
-  EXPECT_EQ(Scalar("SELECT COUNT(*) FROM Orders"), Variant(int32_t{300}));
-}
-
-TEST_F(AppSession, LockedRowRefusesChangesAndDeletion) {
-  const int32_t id = FirstOrderWhere("Locked <> 0");
   const Rows before = Query("SELECT * FROM Orders ORDER BY OrderId");
-  const AppRun run = Run(Script(
-      {"goto " + std::to_string(PositionOf(id)), "set Quantity 2", "delete", "save", "quit"}));
-  EXPECT_EQ(CountLines(run.output, "[Information] You can not update the read only field."), 2)
-      << run.output;
-  EXPECT_NE(StatusLines(run.output).back().find("| Browse | read-only row"), npos);
-  EXPECT_NE(run.output.find("Nothing to save."), npos);
+  const AppRun run =
+      Run(Script({Goto(locked), "set Quantity 2", "delete", "save", Goto(id), "set Quantity 5000",
+                  "set Quantity many", "save", "new", "set Product Stapler", "set Unit price 5",
+                  "set Order date 2024-12-31", "save", "quit", "quit"}));
+  const std::string& out = run.output;
+  EXPECT_EQ(CountLines(out, "[Information] You can not update the read only field."), 2) << out;
+  EXPECT_EQ(CountLines(out, "| Browse | read-only row"), 3);
+  EXPECT_EQ(CountLines(out, "[Error]") + CountLines(out, "[Information]"), 6) << out;
+  EXPECT_NE(out.find("[Information] Please enter value 'Quantity' >= 1 AND <= 1000 ."), npos);
+  EXPECT_NE(out.find("[Error] Error:13 Type Mismatch."), npos);
+  EXPECT_EQ(CountLines(out, "Nothing to save."), 2);
+  EXPECT_EQ(FieldValue(out.substr(0, out.find("varnel> new")), "Quantity"),
+            CStr(before[static_cast<size_t>(id - 1)][3]));
+  // The first quit tries to save the new row and is refused again.
+  EXPECT_EQ(CountLines(out, "[Error] Error:94 Please enter value 'Customer' can not be null."), 2);
+  EXPECT_NE(out.find("Not saved: correct the row and save again."), npos);
+  EXPECT_EQ(Statuses(out).back(), "New");
+  EXPECT_NE(out.find("quit again to leave"), npos);
+  EXPECT_EQ(run.exit_code, 0);
   EXPECT_EQ(Query("SELECT * FROM Orders ORDER BY OrderId"), before);
 }
 
@@ -151,8 +122,8 @@ TEST_F(AppSession, SelectionCommandsMarkRows) {
   EXPECT_EQ(status[1].find("Selected"), npos);  // one row: the current one
   EXPECT_NE(status[2].find("Selected: 4"), npos);
   EXPECT_NE(status[3].find("Selected: 3"), npos);
-  EXPECT_EQ(LinesStartingWith(run.output, ">+"), 1);  // row 2, the current one
-  EXPECT_EQ(LinesStartingWith(run.output, " +"), 2);  // rows 4 and 5
+  EXPECT_EQ(CountLines(run.output, ">+", true), 1);  // row 2, the current one
+  EXPECT_EQ(CountLines(run.output, " +", true), 2);  // rows 4 and 5
   EXPECT_NE(status[5].find("Selected: 297"), npos);
   EXPECT_EQ(status[6].find("Selected"), npos);
 }

@@ -35,6 +35,12 @@ class AppOnTable : public ::testing::TestWithParam<TestProvider> {
     return RunApp(args, script);
   }
 
+  Variant Value(const std::string& sql) {
+    db::Recordset check;
+    check.Open(sql, database_);
+    return check.Fields().Item(0).Value();
+  }
+
   TempDir dir_;
   TestDatabase db_{GetParam()};
   std::shared_ptr<db::Connection> database_;
@@ -42,22 +48,25 @@ class AppOnTable : public ::testing::TestWithParam<TestProvider> {
 
 TEST_P(AppOnTable, AnyTableOpensWithAFieldPerColumnAndSavesByItsKey) {
   const AppRun run =
-      Run("last\nset Score 7.25\nsave\nnew\nset Name Grace\nset Born 1906-12-09\nsave\nsql\nquit\n",
+      Run("jump\nset Nothing 1\ngoto 99\nlast\nset Score 7.25\nsave\nnew\nset Name Grace\n"
+          "set Born 1906-12-09\nsave\nsql\nquit\n",
           {"--table", "People"});
   ASSERT_EQ(run.exit_code, 0) << run.output;
   EXPECT_NE(run.output.find("Varnel: People, 2 rows."), npos);
+  EXPECT_NE(run.output.find("Unknown command 'jump'"), npos);
+  EXPECT_NE(run.output.find("There is no field 'Nothing'."), npos);
+  EXPECT_NE(run.output.find("There is no row 99."), npos);
   EXPECT_EQ(CountLines(run.output, "Saved."), 2);
   EXPECT_EQ(FieldValue(run.output, "Id"), "3");
   EXPECT_EQ(FieldValue(run.output, "Born"), "1906-12-09");
   EXPECT_NE(run.output.find("Select * From People Order By [Id] Asc"), npos);
-
-  db::Recordset check;
-  check.Open("SELECT [Score] FROM People WHERE [Id] = 2", database_);
-  EXPECT_EQ(check.Fields().Item(0).Value(), Variant(7.25));
-  check.Close();
-  check.Open("SELECT [Name], [Born] FROM People WHERE [Id] = 3", database_);
-  EXPECT_EQ(check.Fields().Item("Name").Value(), Variant("Grace"));
-  EXPECT_EQ(check.Fields().Item("Born").Value(), Variant(CDate(Variant("1906-12-09"))));
+  // A scripted session shows no prompts, colours or progress: only the commands, echoed.
+  EXPECT_EQ(run.output.find_first_of("\033\r"), npos);
+  EXPECT_EQ(run.output.find("Loading"), npos);
+  EXPECT_EQ(CountLines(run.output, "varnel> ", true), 12);
+  EXPECT_EQ(Value("SELECT [Score] FROM People WHERE [Id] = 2"), Variant(7.25));
+  EXPECT_EQ(Value("SELECT [Name] FROM People WHERE [Id] = 3"), Variant("Grace"));
+  EXPECT_EQ(Value("SELECT [Born] FROM People WHERE [Id] = 3"), CDate(Variant("1906-12-09")));
 }
 
 TEST_P(AppOnTable, NamedKeyColumnIdentifiesRowsWithoutAPrimaryKey) {
@@ -66,34 +75,7 @@ TEST_P(AppOnTable, NamedKeyColumnIdentifiesRowsWithoutAPrimaryKey) {
   const AppRun run =
       Run("next\nset Label renamed\nsave\nquit\n", {"--table", "Tags", "--key", "Code"});
   EXPECT_NE(run.output.find("Saved."), npos) << run.output;
-  db::Recordset check;
-  check.Open("SELECT [Label] FROM Tags WHERE [Code] = 'b'", database_);
-  EXPECT_EQ(check.Fields().Item(0).Value(), Variant("renamed"));
-}
-
-// The program's own sample database (SQLite) as a --connect database.
-class AppOnSample : public ::testing::Test {
- protected:
-  TempDir dir_;
-};
-
-TEST_F(AppOnSample, ScreenFromAFieldInformationTable) {
-  const AppRun first = RunApp({"--data-dir", dir_.path().string(), "--lang", "en"}, "quit\n");
-  ASSERT_EQ(first.exit_code, 0) << first.output;
-  const std::string sample = "Provider=SQLite;Data Source=" + (dir_.path() / "sample.db").string();
-  const AppRun run = RunApp({"--data-dir", dir_.path().string(), "--lang", "en", "--connect",
-                             sample, "--view", "Orders", "--fields-table", "FieldsInformation"},
-                            "quit\n");
-  EXPECT_NE(run.output.find("Varnel: Orders, 300 rows."), npos) << run.output;
-  EXPECT_NE(run.output.find("  * Unit price"), npos);
-}
-
-TEST_P(AppOnTable, ScriptedSessionShowsNoPromptsColoursOrProgress) {
-  const AppRun run = Run("next\nquit\n", {"--table", "People"});
-  EXPECT_EQ(run.output.find('\033'), npos);
-  EXPECT_EQ(run.output.find('\r'), npos);
-  EXPECT_EQ(run.output.find("Loading"), npos);
-  EXPECT_EQ(LinesStartingWith(run.output, "varnel> "), 2);  // the two commands, echoed
+  EXPECT_EQ(Value("SELECT [Label] FROM Tags WHERE [Code] = 'b'"), Variant("renamed"));
 }
 
 TEST_P(AppOnTable, BadCommandLinesAndDatabasesEndWithAFailure) {
@@ -102,10 +84,14 @@ TEST_P(AppOnTable, BadCommandLinesAndDatabasesEndWithAFailure) {
       {"--data-dir", dir_.path().string(), "--connect", "Provider=Nowhere", "--table", "T"}, "");
   EXPECT_EQ(bad_provider.exit_code, 1);
   EXPECT_NE(bad_provider.output.find("Provider cannot be found"), npos) << bad_provider.output;
-  const AppRun unknown = Run("jump\nset Nothing 1\ngoto 99\nquit\n", {"--table", "People"});
-  EXPECT_NE(unknown.output.find("Unknown command 'jump'"), npos);
-  EXPECT_NE(unknown.output.find("There is no field 'Nothing'."), npos);
-  EXPECT_NE(unknown.output.find("There is no row 99."), npos);
+}
+
+// The program's own sample database (SQLite) as a --connect database.
+TEST_F(AppSession, ScreenFromAFieldInformationTable) {
+  const AppRun run = Run("quit\n", {"--connect", "Provider=SQLite;Data Source=" + SamplePath(),
+                                    "--view", "Orders", "--fields-table", "FieldsInformation"});
+  EXPECT_NE(run.output.find("Varnel: Orders, 300 rows."), npos) << run.output;
+  EXPECT_NE(run.output.find("  * Unit price"), npos);
 }
 
 VARNEL_ON_EVERY_PROVIDER(AppOnTable);

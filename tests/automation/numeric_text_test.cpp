@@ -56,36 +56,5 @@ TEST(Val, ReadsTheLeadingNumber) {
   EXPECT_THROW(Val("9e999"), VbError);
 }
 
-TEST(NumberParsers, ParseNumberAndCurrency) {
-  EXPECT_EQ(internal::ParseNumber(" 1,000.5 "), 1000.5);
-  EXPECT_EQ(internal::ParseNumber("12abc"), std::nullopt);
-  EXPECT_EQ(internal::ParseNumber("1e-400"), 0.0);
-  double ignored = 0;
-  EXPECT_EQ(internal::ParseNumber("1e400", ignored), internal::NumberStatus::Overflow);
-  EXPECT_EQ(internal::ParseNumber("1e4x", ignored), internal::NumberStatus::NotNumeric);
-  Currency value;
-  EXPECT_EQ(internal::ParseCurrency("0.00005", value), internal::NumberStatus::Ok);
-  EXPECT_EQ(value.Value, 0);
-  EXPECT_EQ(internal::ParseCurrency("0.00015", value), internal::NumberStatus::Ok);
-  EXPECT_EQ(value.Value, 2);
-  EXPECT_EQ(internal::ParseCurrency("-0.00015", value), internal::NumberStatus::Ok);
-  EXPECT_EQ(value.Value, -2);
-  EXPECT_EQ(internal::ParseCurrency("123456789012345.6789", value), internal::NumberStatus::Ok);
-  EXPECT_EQ(value.Value, 1234567890123456789);
-  EXPECT_EQ(internal::ParseCurrency("922337203685477.5808", value),
-            internal::NumberStatus::Overflow);
-  EXPECT_EQ(internal::ParseCurrency("0e99999", value), internal::NumberStatus::Ok);
-  EXPECT_EQ(value.Value, 0);
-}
-
-TEST(NumberText, RoundTripsThroughParseNumber) {
-  for (double value : {1.5, -2.25, 1e-5, 123456.789, 1e20, 3.14159265358979, 1e-300}) {
-    std::string text = internal::NumberText(value);
-    std::optional<double> back = internal::ParseNumber(text);
-    ASSERT_TRUE(back.has_value()) << text;
-    EXPECT_EQ(internal::NumberText(*back), text);
-  }
-}
-
 }  // namespace
 }  // namespace varnel

@@ -34,21 +34,6 @@ TEST(VariantStorage, EachConstructorGivesItsKindAndTypeName) {
   }
 }
 
-TEST(VariantStorage, AccessorsReturnThePayload) {
-  EXPECT_EQ(Variant(int16_t{-32768}).AsInteger(), -32768);
-  EXPECT_EQ(Variant(int32_t{-2147483647}).AsLong(), -2147483647);
-  EXPECT_EQ(Variant(-0.125).AsDouble(), -0.125);
-  EXPECT_EQ(Variant(Currency{-922337203685477580}).AsCurrency().Value, -922337203685477580);
-  EXPECT_EQ(Variant(Date{-1.25}).AsDate().Value, -1.25);
-  EXPECT_TRUE(Variant(true).AsBoolean());
-  EXPECT_FALSE(Variant(false).AsBoolean());
-  EXPECT_TRUE(Variant(int16_t{1}).IsNumber());
-  EXPECT_FALSE(Variant(true).IsNumber());
-  EXPECT_FALSE(Variant(Date{1}).IsNumber());
-  EXPECT_TRUE(Variant::Null().IsBlank());
-  EXPECT_FALSE(Variant("").IsBlank());
-}
-
 TEST(VariantStorage, TextOfEveryLengthRoundTrips) {
   for (size_t length : {0, 1, 7, 8, 9, 13, 14, 15, 16, 100, 5000}) {
     std::string text;
@@ -64,6 +49,9 @@ TEST(VariantStorage, TextOfEveryLengthRoundTrips) {
     EXPECT_EQ(moved.StringView(), text);
     EXPECT_TRUE(copy.IsEmpty());  // NOLINT: a moved-from Variant is Empty
   }
+  std::string text("a\0b", 3);
+  EXPECT_EQ(Variant(text).StringView(), text);
+  EXPECT_EQ(Variant("价格和数量的合计金额").StringView(), "价格和数量的合计金额");
 }
 
 TEST(VariantStorage, AnEmptyViewWithoutCharactersIsEmptyText) {
@@ -73,20 +61,9 @@ TEST(VariantStorage, AnEmptyViewWithoutCharactersIsEmptyText) {
   EXPECT_EQ(value.StringView(), "");
 }
 
-TEST(VariantStorage, TextKeepsEmbeddedZerosAndUtf8) {
-  std::string text("a\0b", 3);
-  EXPECT_EQ(Variant(text).StringView(), text);
-  EXPECT_EQ(Variant("价格和数量的合计金额").StringView(), "价格和数量的合计金额");
-}
-
-TEST(VariantStorage, CopiesOfLongTextShareTheCharacters) {
-  Variant original(std::string(100, 'q'));
-  Variant copy = original;
-  EXPECT_EQ(original.StringView().data(), copy.StringView().data());
-}
-
-TEST(VariantStorage, AssignmentReleasesAndSharesCorrectly) {
+TEST(VariantStorage, CopiesShareLongTextAndAssignmentReleasesIt) {
   std::vector<Variant> values(10, Variant(std::string(50, 'z')));
+  EXPECT_EQ(values[0].StringView().data(), values[1].StringView().data());
   values[3] = values[3];  // self-assignment keeps the text
   values[4] = Variant(int32_t{4});
   values[5] = std::move(values[6]);
@@ -104,13 +81,10 @@ TEST(VariantEquality, SameKindAndSameValueOnly) {
   EXPECT_EQ(Variant(), Variant());
   EXPECT_EQ(Variant::Null(), Variant::Null());
   EXPECT_FALSE(Variant() == Variant::Null());
-  EXPECT_EQ(Variant(int16_t{3}), Variant(int16_t{3}));
   EXPECT_FALSE(Variant(int16_t{3}) == Variant(int32_t{3}));
   EXPECT_FALSE(Variant(3.0) == Variant(Date{3}));
   EXPECT_EQ(Variant(std::string(30, 'a')), Variant(std::string(30, 'a')));
-  EXPECT_FALSE(Variant("abc") == Variant("abd"));
   EXPECT_FALSE(Variant("1") == Variant(int32_t{1}));
-  EXPECT_EQ(Variant(true), Variant(true));
   EXPECT_FALSE(Variant(true) == Variant(false));
 }
 

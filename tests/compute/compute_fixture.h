@@ -1,4 +1,4 @@
-// A recordset with a few fields and rows for evaluator tests, and a way to
+// A recordset with two rows and the fields Qty and Price for evaluator tests, and a way to
 // evaluate an expression as the recordset's callers do.
 #pragma once
 
@@ -14,7 +14,11 @@ namespace varnel::testing {
 
 class ComputeTest : public ::testing::Test {
  protected:
-  ComputeTest() { rs.Rows(2); }
+  ComputeTest() {
+    rs.Rows(2);
+    Field("Qty", int32_t{3});
+    Field("Price", Currency{12500});
+  }
 
   // Adds a field holding value in row 1.
   void Field(const std::string& name, const Variant& value) {
@@ -22,14 +26,15 @@ class ComputeTest : public ::testing::Test {
     rs.Add(name)->SetValue(value, 1);
   }
 
-  Variant Evaluate(const std::string& expression, int32_t row = 1) {
+  Variant Evaluate(const std::string& expression, int32_t row = 1, ClsRecordset* in = nullptr) {
     MdlCompute::Expression = expression;
     MdlCompute::CurRow = row;
-    MdlCompute::CurRecordset = &rs;
+    MdlCompute::CurRecordset = in != nullptr ? in : &rs;
     Variant value = MdlCompute::Exp_Reduced();
     MdlCompute::CurRecordset = nullptr;
     return value;
   }
+  std::string Text(const std::string& expression) { return CStr(Evaluate(expression)); }
 
   // The titles of the message boxes shown, joined by ",".
   std::string Titles() const {

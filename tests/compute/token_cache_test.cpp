@@ -1,20 +1,11 @@
 #include <functional>
 
 #include "compute_fixture.h"
-#include "recordset/recordset_state.h"
-#include "recordset/row_store.h"
 
 namespace varnel::testing {
 namespace {
 
-class CachedTokens : public ComputeTest {
- protected:
-  CachedTokens() {
-    Field("Qty", int32_t{3});
-    Field("Price", Currency{12500});
-  }
-  std::string Text(const std::string& expression) { return CStr(Evaluate(expression)); }
-};
+using CachedTokens = ComputeTest;
 
 TEST_F(CachedTokens, AreReadAgainWhenFieldsAreAddedRenamedOrRemoved) {
   EXPECT_EQ(Text("Total*2"), "") << "no field Total yet: text times a number";
@@ -37,18 +28,12 @@ TEST_F(CachedTokens, AreReadAgainWhenFieldsAreAddedRenamedOrRemoved) {
 TEST_F(CachedTokens, AreKeptApartForRecordsetsWithOtherFields) {
   ClsRecordset other;
   other.Rows(1);
-  {
-    const internal::BulkScope quiet;
-    other.Add("Price")->SetValue(int32_t{7}, 1);
-    other.Add("Qty")->SetValue(int32_t{2}, 1);
-  }
+  const BulkScope quiet;
+  other.Add("Price")->SetValue(int32_t{7}, 1);
+  other.Add("Qty")->SetValue(int32_t{2}, 1);
   for (int round = 0; round < 2; ++round) {
     EXPECT_EQ(Text("Qty*Price"), "3.75");
-    MdlCompute::Expression = "Qty*Price";
-    MdlCompute::CurRow = 1;
-    MdlCompute::CurRecordset = &other;
-    EXPECT_EQ(CStr(MdlCompute::Exp_Reduced()), "14");
-    MdlCompute::CurRecordset = nullptr;
+    EXPECT_EQ(CStr(Evaluate("Qty*Price", 1, &other)), "14");
   }
 }
 
@@ -88,17 +73,12 @@ TEST_F(CachedTokens, SurviveAnEvaluationStartedFromAMessageBox) {
   EXPECT_EQ(ui->shown.size(), 2u);
 }
 
-TEST_F(CachedTokens, EvaluateComputedSetsAndClearsTheEvaluatorState) {
+TEST_F(CachedTokens, ComputedFieldFollowsTheFieldsItReads) {
   auto amount = rs.Add("Amount");
   amount->ComputeString = "Qty * Price";
-  auto& state = internal::RecordsetAccess::State(rs);
-  EXPECT_EQ(internal::EvaluateComputed(state, *amount, 1), Variant(Currency{37500}));
-  EXPECT_EQ(MdlCompute::CurRecordset, nullptr);
-  EXPECT_EQ(MdlCompute::CurRow, 1);
-  EXPECT_EQ(MdlCompute::Expression, "Qty*Price#");
-
-  rs.Item("Qty")->SetValue(int32_t{2}, 1);  // propagates to the computed field
+  rs.Item("Qty")->SetValue(int32_t{2}, 1);
   EXPECT_EQ(amount->GetValue(1), Variant(Currency{25000}));
+  EXPECT_EQ(MdlCompute::CurRecordset, nullptr);
   EXPECT_TRUE(capture.shown().empty());
 }
 
