@@ -40,4 +40,13 @@ void RaiseDbError(int32_t number, std::string_view detail) {
 
 void RaiseProviderError(std::string message) { throw VbError(kErrProvider, std::move(message)); }
 
+std::string DescribeSql(std::string_view verb, std::string_view sql) {
+  constexpr size_t kShown = 200;
+  std::string text(verb);
+  text += " '";
+  text += sql.substr(0, kShown);
+  text += sql.size() > kShown ? "...'" : "'";
+  return text;
+}
+
 }  // namespace varnel::db::internal

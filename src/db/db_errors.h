@@ -29,4 +29,8 @@ inline constexpr int32_t kErrProvider = -2147467259;
 // Raises the provider error -2147467259 with Message as its description.
 [[noreturn]] void RaiseProviderError(std::string message);
 
+// What was being done, for a provider error: "preparing 'SELECT ...'" (long
+// statements cut to their first 200 characters).
+std::string DescribeSql(std::string_view verb, std::string_view sql);
+
 }  // namespace varnel::db::internal

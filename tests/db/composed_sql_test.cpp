@@ -20,14 +20,8 @@ class ComposedSql : public DbTest {
         "INSERT INTO Orders VALUES (4, 'O''Brien 50%', FALSE, NULL, NULL, 5)");
   }
   // The Ids of the rows the condition selects, in Id order.
-  std::vector<int32_t> Ids(const std::string& condition) {
-    auto rs = Query("Select [Id] From [Orders] Where " + condition + " Order By [Id] Asc");
-    const auto rows = rs->GetRows();
-    std::vector<int32_t> ids;
-    for (const Variant& id : rows[0]) {
-      ids.push_back(id.ToLong());
-    }
-    return ids;
+  std::vector<int32_t> Selected(const std::string& condition) {
+    return Ids(*Query("Select [Id] From [Orders] Where " + condition + " Order By [Id] Asc"));
   }
 };
 
@@ -55,7 +49,7 @@ TEST_P(ComposedSql, ConditionsSelectTheSameRowsOnEveryProvider) {
       {"[qty]>=10 and ([Id]<3)", {1, 2}},
   };
   for (const ConditionCase& c : cases) {
-    EXPECT_EQ(Ids(c.condition), c.ids) << c.condition;
+    EXPECT_EQ(Selected(c.condition), c.ids) << c.condition;
   }
 }
 
@@ -67,8 +61,8 @@ TEST_P(ComposedSql, ClientStatementsWithBracketsWriteTheNamedColumns) {
   EXPECT_EQ(cn()->Execute("INSERT INTO [Orders] ([Id], [Name], [Made]) VALUES (?, ?, ?)",
                           {Variant(int32_t{5}), Variant("new"), Variant(Date{37748})}),
             1);
-  EXPECT_EQ(Ids("[Paid]=0 and [Qty]=11"), std::vector<int32_t>{1});
-  EXPECT_EQ(Ids("[Made]='2003-05-07 00:00:00'"), (std::vector<int32_t>{2, 5}));
+  EXPECT_EQ(Selected("[Paid]=0 and [Qty]=11"), std::vector<int32_t>{1});
+  EXPECT_EQ(Selected("[Made]='2003-05-07 00:00:00'"), (std::vector<int32_t>{2, 5}));
 }
 
 VARNEL_ON_EVERY_PROVIDER(ComposedSql);

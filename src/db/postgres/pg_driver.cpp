@@ -65,7 +65,7 @@ class PgDriver final : public Driver {
 };
 
 int64_t PgDriver::Execute(std::string_view sql, const std::vector<Variant>& params) {
-  const std::string doing = DescribePgSql("executing", sql);
+  const std::string doing = DescribeSql("executing", sql);
   std::vector<std::string> statements;
   std::vector<std::vector<std::optional<std::string>>> bound;
   size_t used = 0;

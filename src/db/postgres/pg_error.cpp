@@ -93,13 +93,4 @@ VbError PgError(PgFailure kind, const PGconn* connection, const PGresult* result
   return VbError(kErrProvider, std::move(message));
 }
 
-std::string DescribePgSql(std::string_view verb, std::string_view sql) {
-  constexpr size_t kShown = 200;
-  std::string text(verb);
-  text += " '";
-  text += sql.substr(0, kShown);
-  text += sql.size() > kShown ? "...'" : "'";
-  return text;
-}
-
 }  // namespace varnel::db::internal

@@ -27,7 +27,5 @@ enum class PgFailure {
 VbError PgError(PgFailure kind, const PGconn* connection, const PGresult* result,
                 std::string_view doing, std::string_view password, std::string_view note = {});
 
-// "executing 'SELECT ...'" with long text shortened, for error messages.
-std::string DescribePgSql(std::string_view verb, std::string_view sql);
 
 }  // namespace varnel::db::internal

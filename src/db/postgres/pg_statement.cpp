@@ -7,7 +7,7 @@ namespace varnel::db::internal {
 
 PgStatement::PgStatement(std::shared_ptr<PgSession> session, std::string sql)
     : session_(std::move(session)), sql_(std::move(sql)) {
-  const PgResult described = session_->Describe(sql_, DescribePgSql("preparing", sql_));
+  const PgResult described = session_->Describe(sql_, DescribeSql("preparing", sql_));
   const int count = PQnfields(described.get());
   columns_.reserve(count);
   kinds_.reserve(count);
@@ -26,12 +26,12 @@ void PgStatement::Rewind() {
 
 bool PgStatement::Step() {
   if (rows_ == nullptr) {
-    rows_ = session_->Run(sql_, {}, DescribePgSql("reading the rows of", sql_));
+    rows_ = session_->Run(sql_, {}, DescribeSql("reading the rows of", sql_));
     row_ = -1;
     if (static_cast<size_t>(PQnfields(rows_.get())) != columns_.size()) {
       Rewind();
       RaiseProviderError("The columns of the query changed after it was opened: " +
-                         DescribePgSql("reading the rows of", sql_) + ".");
+                         DescribeSql("reading the rows of", sql_) + ".");
     }
   }
   if (++row_ < PQntuples(rows_.get())) {

@@ -27,15 +27,6 @@ bool HoldsStatement(sqlite3* db, const char* tail) {
 
 }  // namespace
 
-std::string DescribeSql(std::string_view verb, std::string_view sql) {
-  constexpr size_t kShown = 200;
-  std::string text(verb);
-  text += " '";
-  text += sql.substr(0, kShown);
-  text += sql.size() > kShown ? "...'" : "'";
-  return text;
-}
-
 SqliteStatement::SqliteStatement(SqliteHandle handle, std::string_view sql)
     : handle_(std::move(handle)), sql_(sql) {
   const char* tail = nullptr;

@@ -40,7 +40,5 @@ class SqliteStatement final : public Statement {
 // statement: only blanks and ';'.
 bool OnlyBlanksLeft(const char* tail);
 
-// "executing 'SELECT ...'" with long text shortened, for error messages.
-std::string DescribeSql(std::string_view verb, std::string_view sql);
 
 }  // namespace varnel::db::internal
