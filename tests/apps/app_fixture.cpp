@@ -20,6 +20,14 @@ AppRun AppSession::Run(const std::string& script, const std::vector<std::string>
   return RunApp(Args(extra), script);
 }
 
+AppRun AppSession::Run(const std::vector<std::string>& lines) {
+  std::string script;
+  for (const std::string& line : lines) {
+    script += line + "\n";
+  }
+  return Run(script);
+}
+
 std::shared_ptr<db::Connection> AppSession::Database() {
   if (!database_) {
     database_ = std::make_shared<db::Connection>();
@@ -74,13 +82,11 @@ std::string FieldValue(const std::string& output, const std::string& name) {
   std::istringstream lines(output);
   std::string value;
   for (std::string line; std::getline(lines, line);) {
-    const bool form_line = line.size() > 4 + name.size() && line.compare(0, 2, "  ") == 0 &&
-                           line[3] == ' ' && line.compare(4, name.size(), name) == 0 &&
-                           line[4 + name.size()] == ' ';
-    if (form_line) {
-      const std::string rest = line.substr(4 + name.size());
-      const size_t begin = rest.find_first_not_of(' ');
-      value = begin == std::string::npos ? "" : rest.substr(begin);
+    // A form line: two blanks, a mark, a blank, the name, blanks and the value.
+    if (line.size() > 4 && line.rfind("  ", 0) == 0 && line[3] == ' ' &&
+        line.compare(4, name.size() + 1, name + " ") == 0) {
+      const size_t begin = line.find_first_not_of(' ', 4 + name.size());
+      value = begin == std::string::npos ? "" : line.substr(begin);
     }
   }
   return value;

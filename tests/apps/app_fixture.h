@@ -25,6 +25,8 @@ class AppSession : public ::testing::Test {
   std::vector<std::string> Args(const std::vector<std::string>& extra = {}) const;
   // Runs the sample screen with Script (English unless Extra says otherwise).
   AppRun Run(const std::string& script, const std::vector<std::string>& extra = {});
+  // Runs the sample screen with one command per line.
+  AppRun Run(const std::vector<std::string>& lines);
 
   std::string SamplePath() const { return (dir_.path() / "sample.db").string(); }
   std::shared_ptr<db::Connection> Database();

@@ -10,16 +10,8 @@ namespace {
 
 constexpr auto npos = std::string::npos;
 
-std::string Script(const std::vector<std::string>& lines) {
-  std::string script;
-  for (const std::string& line : lines) {
-    script += line + "\n";
-  }
-  return script;
-}
-
 TEST_F(AppSession, BrowsesTheOrdersInDateOrder) {
-  const AppRun run = Run(Script({"next", "last", "next", "goto 150", "list 5", "sql", "quit"}));
+  const AppRun run = Run({"next", "last", "next", "goto 150", "list 5", "sql", "quit"});
   ASSERT_EQ(run.exit_code, 0) << run.output;
   const std::string& out = run.output;
   EXPECT_NE(out.find("Varnel: Orders, 300 rows."), npos);
@@ -40,9 +32,8 @@ TEST_F(AppSession, EditedValueIsSavedToItsRowAndUndoTakesBackOneLayerAtATime) {
   const int32_t undone =
       FirstOrderWhere("Locked = 0 AND Qty <> 9 AND OrderId <> " + std::to_string(id));
   const Rows before = Query("SELECT * FROM Orders ORDER BY OrderId");
-  const AppRun run =
-      Run(Script({Goto(id), "set Quantity 7", "save", Goto(undone), "set Quantity 9", "delete",
-                  "undo", "show", "undo", "show", "save", "new", "undo", "quit"}));
+  const AppRun run = Run({Goto(id), "set Quantity 7", "save", Goto(undone), "set Quantity 9",
+                          "delete", "undo", "show", "undo", "show", "save", "new", "undo", "quit"});
   EXPECT_EQ((std::vector<std::string>{"Browse", "Browse", "Modified", "Browse", "Browse",
                                       "Modified", "Modified, deleted", "Modified", "Modified",
                                       "Browse", "Browse", "New", "Browse"}),
@@ -58,34 +49,30 @@ TEST_F(AppSession, EditedValueIsSavedToItsRowAndUndoTakesBackOneLayerAtATime) {
   EXPECT_EQ(Query("SELECT * FROM Orders ORDER BY OrderId"), expected);
 }
 
-TEST_F(AppSession, NewRowIsInsertedAndShowsItsGeneratedNumber) {
-  const AppRun run = Run(Script({"new", "set Customer Test Shop", "set Product Stapler",
-                                 "set Unit price 12.5", "save", "quit"}));
-  EXPECT_NE(run.output.find("Saved."), npos) << run.output;
-  EXPECT_EQ(FieldValue(run.output, "Order No."), "301");
-  EXPECT_EQ(FieldValue(run.output, "Amount"), "12.50 $");
+TEST_F(AppSession, NewAndCopiedRowsAreInsertedUnderNewNumbersAndDeletedRowIsRemoved) {
+  const int32_t id = FirstOrderWhere("Locked = 0");
+  const std::string same = "SELECT Customer, Product, Price, Currency, OrderDate FROM Orders";
+  const Rows original = Query(same + " WHERE OrderId = " + std::to_string(id));
+  const AppRun run =
+      Run({"new", "set Customer Test Shop", "set Product Stapler", "set Unit price 12.5", "save",
+           "show", Goto(id), "copy", "set Quantity 3", "save", Goto(id), "delete", "save", "quit"});
+  EXPECT_EQ(CountLines(run.output, "Saved."), 3) << run.output;
+  const std::string inserted = run.output.substr(0, run.output.find("varnel> goto"));
+  EXPECT_EQ(FieldValue(inserted, "Order No."), "301");
+  EXPECT_EQ(FieldValue(inserted, "Amount"), "12.50 $");
+  EXPECT_EQ(CountLines(run.output, "| Copied"), 2);
+  EXPECT_NE(run.output.find("of 301 | Deleted"), npos);
   // Quantity, currency, paid and lock take their defaults; the date is today's.
   EXPECT_EQ(Query("SELECT Customer, Product, Qty, Price, Currency, Paid, Locked,"
                   " date(OrderDate) = date('now', 'localtime') FROM Orders WHERE OrderId = 301"),
             (Rows{{Variant("Test Shop"), Variant("Stapler"), Variant(int32_t{1}),
                    Variant(Currency{125000}), Variant("$"), Variant(false), Variant(int32_t{0}),
                    Variant(int32_t{1})}}));
-}
-
-TEST_F(AppSession, CopiedRowIsInsertedUnderANewNumberAndDeletedRowIsRemoved) {
-  const int32_t id = FirstOrderWhere("Locked = 0");
-  const std::string same = "SELECT Customer, Product, Price, Currency, OrderDate FROM Orders";
-  const Rows original = Query(same + " WHERE OrderId = " + std::to_string(id));
-  const AppRun run =
-      Run(Script({Goto(id), "copy", "set Quantity 3", "save", Goto(id), "delete", "save", "quit"}));
-  EXPECT_EQ(CountLines(run.output, "Saved."), 2) << run.output;
-  EXPECT_EQ(Statuses(run.output)[2], "Copied");
-  EXPECT_NE(run.output.find("of 300 | Deleted"), npos);
-  EXPECT_EQ(Query(same + " WHERE OrderId = 301"), original);
-  EXPECT_EQ(Query("SELECT Qty, Paid FROM Orders WHERE OrderId = 301"),
+  EXPECT_EQ(Query(same + " WHERE OrderId = 302"), original);
+  EXPECT_EQ(Query("SELECT Qty, Paid FROM Orders WHERE OrderId = 302"),
             (Rows{{Variant(int32_t{3}), Variant(false)}}));
   EXPECT_EQ(Query("SELECT COUNT(*), SUM(OrderId = " + std::to_string(id) + ") FROM Orders"),
-            (Rows{{Variant(int32_t{300}), Variant(int32_t{0})}}));
+            (Rows{{Variant(int32_t{301}), Variant(int32_t{0})}}));
 }
 
 TEST_F(AppSession, RefusedChangesAreReportedAndNothingIsStored) {
@@ -93,9 +80,9 @@ TEST_F(AppSession, RefusedChangesAreReportedAndNothingIsStored) {
   const int32_t id = FirstOrderWhere("Locked = 0");
   const Rows before = Query("SELECT * FROM Orders ORDER BY OrderId");
   const AppRun run =
-      Run(Script({Goto(locked), "set Quantity 2", "delete", "save", Goto(id), "set Quantity 5000",
-                  "set Quantity many", "save", "new", "set Product Stapler", "set Unit price 5",
-                  "set Order date 2024-12-31", "save", "quit", "quit"}));
+      Run({Goto(locked), "set Quantity 2", "delete", "save", Goto(id), "set Quantity 5000",
+           "set Quantity many", "save", "new", "set Product Stapler", "set Unit price 5",
+           "set Order date 2024-12-31", "save", "quit", "quit"});
   const std::string& out = run.output;
   EXPECT_EQ(CountLines(out, "[Information] You can not update the read only field."), 2) << out;
   EXPECT_EQ(CountLines(out, "| Browse | read-only row"), 3);
@@ -115,8 +102,8 @@ TEST_F(AppSession, RefusedChangesAreReportedAndNothingIsStored) {
 }
 
 TEST_F(AppSession, SelectionCommandsMarkRows) {
-  const AppRun run = Run(Script({"select 2", "select shift 5", "select ctrl 3", "list 6",
-                                 "select invert", "select none", "quit"}));
+  const AppRun run = Run({"select 2", "select shift 5", "select ctrl 3", "list 6", "select invert",
+                          "select none", "quit"});
   const std::vector<std::string> status = StatusLines(run.output);
   ASSERT_EQ(status.size(), 7u) << run.output;
   EXPECT_EQ(status[1].find("Selected"), npos);  // one row: the current one
