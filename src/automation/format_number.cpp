@@ -198,6 +198,9 @@ std::vector<std::string_view> SplitSections(std::string_view pattern) {
 }  // namespace
 
 std::string FormatNumberPattern(double value, std::string_view pattern) {
+  if (!std::isfinite(value)) {
+    RaiseError(6);  // no digits to write
+  }
   std::vector<std::string_view> sections = SplitSections(pattern);
   std::string_view section = sections[0];
   bool sign = false;

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <limits>
 #include <vector>
 
 #include "varnel/variant.h"
@@ -163,6 +164,9 @@ TEST(VariantConversions, FailuresRaiseTheirNumbers) {
       {"CDec(abc)", [] { CDec(Variant("abc")); }, 13},
       {"CDec(2^96 text)", [] { CDec(Variant("79228162514264337593543950336")); }, 6},
       {"CDec(1e29)", [] { CDec(Variant(1e29)); }, 6},
+      {"CStr(Date beyond the calendar)", [] { CStr(Variant(Date{1e300})); }, 6},
+      {"Format(infinity)", [] { Format(Variant(std::numeric_limits<double>::infinity()), "0"); },
+       6},
       {"CCur(Decimal 1e15)", [] { Variant(CDec(Variant("1E15"))).ToCurrency(); }, 6},
   };
   for (const Case& c : cases) {
