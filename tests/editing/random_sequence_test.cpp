@@ -3,7 +3,6 @@
 // sometimes fails. Whenever nothing is pending, the rows in memory must be the
 // rows in the table; and every change the user made and did not take back
 // (Undo, a failed save, a discard) must have reached the table.
-#include <chrono>
 #include <random>
 
 #include "editing/items_table.h"
