@@ -3,7 +3,6 @@
 // sometimes fails. Whenever nothing is pending, the rows in memory must be the
 // rows in the table; and every change the user made and did not take back
 // (Undo, a failed save, a discard) must have reached the table.
-#include <chrono>
 #include <random>
 
 #include "editing/items_table.h"
@@ -142,7 +141,6 @@ TEST_P(RandomEditingSequence, MemoryAndTableAgreeAfterEverySave) {
   bool (ClsRecordset::*const moves[])() = {&ClsRecordset::MoveNext, &ClsRecordset::MovePrevious,
                                            &ClsRecordset::MoveFirst, &ClsRecordset::MoveLast};
 
-  const auto start = std::chrono::steady_clock::now();
   for (int step = 0; step < 5000; ++step) {
     if (rs.Locked() && below(3) == 0) {
       rs.Locked(false);  // locked spells stay short
@@ -186,8 +184,6 @@ TEST_P(RandomEditingSequence, MemoryAndTableAgreeAfterEverySave) {
   EXPECT_EQ(table.Difference(rs), "");
   EXPECT_GT(client.answers, 300);
   EXPECT_GT(client.checks, 1000);
-  // About a second on a loaded machine; catches a runaway.
-  EXPECT_LT(std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count(), 5.0);
   rs.Unadvise(cookie);
 }
 
