@@ -17,9 +17,11 @@
 namespace varnel::testing {
 namespace {
 
-// Loads Items (Id, Note) from the database, written through Writer_connection.
-void LoadItems(ClsRecordset& rs, const std::string& connection_string,
-               const std::shared_ptr<db::Connection>& setup) {
+// Makes Items (Id, Note) and loads it into rs; returns the connection that
+// made it.
+std::shared_ptr<db::Connection> LoadItems(ClsRecordset& rs, const std::string& connection_string) {
+  auto setup = std::make_shared<db::Connection>();
+  setup->Open(connection_string);
   setup->Execute(
       "CREATE TABLE Items (\"Id\" INTEGER PRIMARY KEY, \"Note\" TEXT);"
       "INSERT INTO Items VALUES (1, 'a'), (2, 'b')");
@@ -31,7 +33,8 @@ void LoadItems(ClsRecordset& rs, const std::string& connection_string,
     field->FieldType = std::string(name) == "Id" ? F_Numeral : F_Text;
     field->IsData = field->SaveToDB = field->Edit = field->EnableNull = true;
   }
-  ASSERT_FALSE(rs.InitDataSource());
+  EXPECT_FALSE(rs.InitDataSource());
+  return setup;
 }
 
 // Saves a long Note on row 1 while the cause holds: refused with Message and
@@ -76,10 +79,8 @@ TEST_P(UnwritableTest, SaveIsKeptUntilTheDatabaseTakesIt) {
   };
   TestDatabase db(GetParam());
   CaptureScope capture;
-  auto other = std::make_shared<db::Connection>();
-  other->Open(db.ConnectionString());
   ClsRecordset rs;
-  LoadItems(rs, db.ConnectionString(), other);
+  const auto other = LoadItems(rs, db.ConnectionString());
   TableWriter writer(rs);
   writer.Connection = std::make_shared<db::Connection>();
   writer.Connection->Open(db.ConnectionString());
@@ -101,10 +102,8 @@ VARNEL_ON_EVERY_PROVIDER(UnwritableTest);
 TEST(UnwritablePostgres, ServerDownKeepsTheEditUntilItIsBack) {
   PgOwnServer server;
   CaptureScope capture;
-  auto setup = std::make_shared<db::Connection>();
-  setup->Open(server.ConnectionString());
   ClsRecordset rs;
-  LoadItems(rs, server.ConnectionString(), setup);
+  const auto setup = LoadItems(rs, server.ConnectionString());
   TableWriter writer(rs);
   server.Kill();
   ExpectKeptThenWritten(rs, capture, "The database cannot be reached", [&] { server.Restart(); });
