@@ -40,9 +40,6 @@ void TakeBack(RecordsetState& rs, Enum_EditStatus status, EditOp op) {
   MoveStatus(rs, op);
 }
 
-// The client is asked to write every edit that the database must see.
-bool AsksClient(Enum_EditStatus status) { return IsRowPending(status) || IsDeletionToSave(status); }
-
 std::string ShownName(const ClsFields& field) {
   return field.DisplayName.empty() ? field.Name : field.DisplayName;
 }

@@ -19,7 +19,7 @@ size_t StateIndex(Enum_EditStatus status) {
 }
 
 // Cell spellings of the table in edit_state.h.
-constexpr EditMove __ = {Prelude::kNone, std::nullopt, false};
+constexpr EditMove No = {Prelude::kNone, std::nullopt, false};
 constexpr EditMove To(Enum_EditStatus to) { return {Prelude::kNone, to, false}; }
 constexpr EditMove Saved(Enum_EditStatus to) { return {Prelude::kSaveFirst, to, false}; }
 constexpr EditMove Dropped(Enum_EditStatus to) { return {Prelude::kDropRemoved, to, false}; }
@@ -31,41 +31,41 @@ using Row = std::array<EditMove, kOps>;
 //          EnterQuery, LeaveQuery, Load, OpenNothing, Close.
 constexpr std::array<Row, kStates> kTransitions = {{
     /* E_Default */
-    {To(E_Modify), Saved(E_AddNew), Saved(E_Copy), To(E_Delete), __, To(E_Default), To(E_Default),
-     To(E_Default), Saved(E_Query), __, To(E_Default), To(E_Nothing), Quietly(E_Default)},
+    {To(E_Modify), Saved(E_AddNew), Saved(E_Copy), To(E_Delete), No, To(E_Default), To(E_Default),
+     To(E_Default), Saved(E_Query), No, To(E_Default), To(E_Nothing), Quietly(E_Default)},
     /* E_Query */
-    {To(E_Query), __, __, __, __, __, __, __, Saved(E_Query), To(E_Default), To(E_Default),
+    {To(E_Query), No, No, No, No, No, No, No, Saved(E_Query), To(E_Default), To(E_Default),
      To(E_Nothing), Quietly(E_Default)},
     /* E_Modify */
     {To(E_Modify), Saved(E_AddNew), Saved(E_Copy), To(E_ModifyDelete), To(E_Default), To(E_Default),
-     To(E_Default), To(E_Default), Saved(E_Query), __, To(E_Default), To(E_Nothing),
+     To(E_Default), To(E_Default), Saved(E_Query), No, To(E_Default), To(E_Nothing),
      Quietly(E_Default)},
     /* E_Delete */
     {Saved(E_Modify), Saved(E_AddNew), Saved(E_Copy), Saved(E_Delete), To(E_Default), To(E_Default),
-     To(E_Default), To(E_Default), Saved(E_Query), __, To(E_Default), To(E_Nothing),
+     To(E_Default), To(E_Default), Saved(E_Query), No, To(E_Default), To(E_Nothing),
      Quietly(E_Default)},
     /* E_AddNew */
     {To(E_AddNew), Saved(E_AddNew), Saved(E_Copy), To(E_AddNewDelete), To(E_Default), To(E_Default),
-     To(E_Default), To(E_Default), Saved(E_Query), __, To(E_Default), To(E_Nothing),
+     To(E_Default), To(E_Default), Saved(E_Query), No, To(E_Default), To(E_Nothing),
      Quietly(E_Default)},
     /* E_Copy */
     {To(E_Copy), Saved(E_AddNew), Saved(E_Copy), To(E_CopyDelete), To(E_Default), To(E_Default),
-     To(E_Default), To(E_Default), Saved(E_Query), __, To(E_Default), To(E_Nothing),
+     To(E_Default), To(E_Default), Saved(E_Query), No, To(E_Default), To(E_Nothing),
      Quietly(E_Default)},
     /* E_ModifyDelete */
     {Saved(E_Modify), Saved(E_AddNew), Saved(E_Copy), Saved(E_Delete), To(E_Modify), To(E_Default),
-     To(E_Default), To(E_Default), Saved(E_Query), __, To(E_Default), To(E_Nothing),
+     To(E_Default), To(E_Default), Saved(E_Query), No, To(E_Default), To(E_Nothing),
      Quietly(E_Default)},
     /* E_AddNewDelete */
     {Dropped(E_Modify), Saved(E_AddNew), Saved(E_Copy), To(E_Delete), To(E_AddNew), To(E_Default),
-     To(E_Default), To(E_Default), Saved(E_Query), __, To(E_Default), To(E_Nothing),
+     To(E_Default), To(E_Default), Saved(E_Query), No, To(E_Default), To(E_Nothing),
      Quietly(E_Default)},
     /* E_CopyDelete */
     {Dropped(E_Modify), Saved(E_AddNew), Saved(E_Copy), To(E_Delete), To(E_Copy), To(E_Default),
-     To(E_Default), To(E_Default), Saved(E_Query), __, To(E_Default), To(E_Nothing),
+     To(E_Default), To(E_Default), Saved(E_Query), No, To(E_Default), To(E_Nothing),
      Quietly(E_Default)},
     /* E_Nothing */
-    {__, __, __, __, __, __, __, __, Saved(E_Query), __, To(E_Default), To(E_Nothing),
+    {No, No, No, No, No, No, No, No, Saved(E_Query), No, To(E_Default), To(E_Nothing),
      Quietly(E_Default)},
 }};
 
@@ -76,6 +76,9 @@ EditMove PlanMove(Enum_EditStatus from, EditOp op) {
 }
 
 std::optional<Enum_EditStatus> NextStatus(Enum_EditStatus from, EditOp op, Enum_EditRecord answer) {
+  if (!AsksClient(from)) {
+    answer = E_Succeed;  // nobody was asked: the save goes through
+  }
   if (op == EditOp::kCommit && answer == E_OtherErr) {
     op = EditOp::kRollBack;
   } else if ((op == EditOp::kCommit || op == EditOp::kRollBack) && answer != E_Succeed &&
@@ -112,6 +115,10 @@ bool IsInsertion(Enum_EditStatus status) { return status == E_AddNew || status =
 
 bool IsDeletionToSave(Enum_EditStatus status) {
   return status == E_Delete || status == E_ModifyDelete;
+}
+
+bool AsksClient(Enum_EditStatus status) {
+  return IsRowPending(status) || IsDeletionToSave(status);
 }
 
 bool IsDeletion(Enum_EditStatus status) {

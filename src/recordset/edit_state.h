@@ -91,8 +91,9 @@ struct EditMove {
 EditMove PlanMove(Enum_EditStatus from, EditOp op);
 
 // The status that follows `from` by op with the client's answer to the save
-// (answer matters for the save only: E_Defeat keeps `from`, E_OtherErr rolls
-// back). nullopt when the operation does nothing in `from`.
+// (answer matters for the save only, and only where the client is asked:
+// E_Defeat keeps `from`, E_OtherErr rolls back). nullopt when the operation
+// does nothing in `from`.
 std::optional<Enum_EditStatus> NextStatus(Enum_EditStatus from, EditOp op,
                                           Enum_EditRecord answer = E_Succeed);
 
@@ -113,6 +114,8 @@ bool IsRowPending(Enum_EditStatus status);
 bool IsInsertion(Enum_EditStatus status);
 // A deletion that the database must see waits: E_Delete, E_ModifyDelete.
 bool IsDeletionToSave(Enum_EditStatus status);
+// UpdateRecord asks the client to write it: a pending row or a deletion to save.
+bool AsksClient(Enum_EditStatus status);
 // A row left memory: E_Delete and the three *Delete states.
 bool IsDeletion(Enum_EditStatus status);
 // Rows can neither be moved over nor edited: E_Query, E_Nothing.
