@@ -5,7 +5,6 @@
 // the table; every change the user made and did not take back (Undo, a
 // roll-back, a discard) must have reached the table; and a save that failed
 // must leave the edit pending exactly as it was typed.
-#include <chrono>
 #include <random>
 
 #include "editing/items_table.h"
@@ -195,7 +194,6 @@ TEST_P(RandomEditingSequence, MemoryAndTableAgreeAfterEverySave) {
   bool (ClsRecordset::*const moves[])() = {&ClsRecordset::MoveNext, &ClsRecordset::MovePrevious,
                                            &ClsRecordset::MoveFirst, &ClsRecordset::MoveLast};
 
-  const auto start = std::chrono::steady_clock::now();
   for (int step = 0; step < 5000; ++step) {
     if (rs.Locked() && below(3) == 0) {
       rs.Locked(false);  // locked spells stay short
@@ -244,8 +242,6 @@ TEST_P(RandomEditingSequence, MemoryAndTableAgreeAfterEverySave) {
   EXPECT_GT(client.answers, 300);
   EXPECT_GT(client.checks, 1000);
   EXPECT_GT(client.kept, 50);
-  // Seconds, even on PostgreSQL on a loaded machine; catches a runaway.
-  EXPECT_LT(std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count(), 60.0);
   rs.Unadvise(observer_cookie);
   rs.Unadvise(cookie);
 }
