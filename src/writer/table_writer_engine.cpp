@@ -191,16 +191,19 @@ Enum_EditRecord TableWriterEngine::Write(const std::string& table,
   }
 }
 
-// Refuses what the database cannot store, before anything is written.
+// Refuses what the database cannot store, before anything is written: text
+// with a NUL would be cut short where the database's text cannot hold one.
 void TableWriterEngine::CheckValues(const Target& target,
                                     const std::vector<RowChange>& changes) const {
+  if (target.connection->Driver().TextHoldsNul()) {
+    return;
+  }
   const RecordsetState& rs = RecordsetAccess::State(recordset_);
-  const bool holds_nul = target.connection->Driver().TextHoldsNul();
   for (const RowChange& change : changes) {
+    if (change.kind == ChangeKind::Delete) {
+      continue;
+    }
     for (const ColumnRef& column : target.layout.written) {
-      if (change.kind == ChangeKind::Delete || holds_nul) {
-        break;
-      }
       const Variant& value = change.after[column.field];
       if (value.IsString() && value.ToString().find('\0') != std::string::npos) {
         throw VbError(kInvalidUseOfNull,
