@@ -50,15 +50,14 @@ void RestoreSnapshot(RecordsetState& rs) {
   const int32_t row = rs.saved_row;
   if (HoldsRow(rs, rs.saved_values) && row >= 1 && row <= rs.Rows()) {
     const std::vector<Variant>& kept = *rs.saved_values;
+    RowLeavesTotals(rs, row);
     for (size_t i = 0; i < rs.fields.size(); ++i) {
       std::vector<Variant>& values = FieldAccess::Values(*rs.fields[i]);
       if (static_cast<size_t>(row) < values.size() && !(values[row] == kept[i])) {
-        const Variant replaced = std::exchange(values[row], kept[i]);
-        if (rs.fields[i]->IsSum) {
-          AdjustTotal(rs, i, replaced, kept[i]);
-        }
+        values[row] = kept[i];
       }
     }
+    RowJoinsTotals(rs, row);
     rs.edit_marks[row] = kept.back().AsBoolean() ? 1 : 0;
   }
   EraseSavedValues(rs);
@@ -85,6 +84,7 @@ bool PutDeletedRowBack(RecordsetState& rs) {
   kept.pop_back();
   InsertRow(rs, row);
   WriteRowValues(rs, row, kept);
+  RowJoinsTotals(rs, row);
   rs.edit_marks[row] = editable ? 1 : 0;
   EraseDeletedValues(rs);
   return true;
@@ -120,16 +120,16 @@ void NumberAutoCodingFrom(RecordsetState& rs, int32_t first_row) {
   }
 }
 
+// Rows inserted and erased already moved the totals (EraseRow,
+// RowJoinsTotals); only renumbered auto-coded values are counted again.
 void RefreshTotals(RecordsetState& rs, int32_t first_changed_row) {
-  RecomputeAllSums(rs);
   NumberAutoCodingFrom(rs, first_changed_row);
+  RecountRenumberedTotals(rs);
 }
 
 void TotalsAfterAppend(RecordsetState& rs, int32_t row) {
   NumberAutoCodingFrom(rs, row);
-  for (size_t i = 0; i < rs.fields.size(); ++i) {
-    AddAppendedValue(rs, i, FieldAccess::Values(*rs.fields[i])[row]);
-  }
+  RowJoinsTotals(rs, row);
 }
 
 void RollBackInMemory(RecordsetState& rs, Enum_EditStatus status) {

@@ -17,12 +17,14 @@ void ResizeRows(RecordsetState& rs, int32_t rows);
 
 // Inserts an empty row at position `at` (1..Rows+1): values Empty, marks false.
 void InsertRow(RecordsetState& rs, int32_t at);
-// Removes row `at` (1..Rows): later rows move up by one.
+// Removes row `at` (1..Rows): later rows move up by one. Its values leave the
+// column totals.
 void EraseRow(RecordsetState& rs, int32_t at);
 
 // The values of every field at row, in field order.
 std::vector<Variant> RowValues(const RecordsetState& rs, int32_t row);
-// Writes values (in field order) into row, silently (no propagation).
+// Writes values (in field order) into row, silently (no propagation, the
+// column totals not followed: RowLeavesTotals / RowJoinsTotals around it).
 void WriteRowValues(RecordsetState& rs, int32_t row, const std::vector<Variant>& values);
 
 // Recomputes SumValue of the field at index (0-based) from every row: the
