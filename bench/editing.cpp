@@ -189,10 +189,16 @@ BENCHMARK(NewAndUndo)->Apply(BothSizes)->Unit(benchmark::kMicrosecond);
 BENCHMARK(CopyAndUpdate)->Apply(BothSizes)->Iterations(2000)->Unit(benchmark::kMicrosecond);
 BENCHMARK(DeleteAndUndoFirstRow)->Apply(BothSizes)->Unit(benchmark::kMillisecond);
 BENCHMARK(EraseAndInsertInNineVectors)->Apply(BothSizes)->Unit(benchmark::kMillisecond);
-BENCHMARK(SelectAllAndClear)->Arg(kLarge)->Repetitions(kRepetitions)->ReportAggregatesOnly(true)
+BENCHMARK(SelectAllAndClear)
+    ->Arg(kLarge)
+    ->Repetitions(kRepetitions)
+    ->ReportAggregatesOnly(true)
     ->Unit(benchmark::kMillisecond);
-BENCHMARK(TwoPassesOverTheMarks)->Arg(kLarge)->Repetitions(kRepetitions)
-    ->ReportAggregatesOnly(true)->Unit(benchmark::kMillisecond);
+BENCHMARK(TwoPassesOverTheMarks)
+    ->Arg(kLarge)
+    ->Repetitions(kRepetitions)
+    ->ReportAggregatesOnly(true)
+    ->Unit(benchmark::kMillisecond);
 
 // Every summed field's incremental total against a recount of its column.
 bool TotalsAreExact(ClsRecordset& rs) {
@@ -228,14 +234,13 @@ int main(int argc, char** argv) {
   std::printf("\nRatios (medians of CPU time, same run):\n");
   reporter.Print("Modify Qty (Amount follows) + UpdateRecord, 1M / 10k rows",
                  growth("ModifyQtyAndUpdate"), 1.5);
-  reporter.Print("Modify Customer + UpdateRecord, 1M / 10k rows",
-                 growth("ModifyCustomerAndUpdate"), 1.5);
+  reporter.Print("Modify Customer + UpdateRecord, 1M / 10k rows", growth("ModifyCustomerAndUpdate"),
+                 1.5);
   reporter.Print("NewRecord + UndoRecord, 1M / 10k rows", growth("NewAndUndo"), 1.5);
   reporter.Print("CopyRecord + UpdateRecord, 1M / 10k rows", growth("CopyAndUpdate"), 1.5);
-  reporter.Print("MoveFirst, DeleteRecord, UndoRecord / 9-vector erase+insert, 1M rows",
-                 reporter.Ratio("DeleteAndUndoFirstRow/1000000",
-                                "EraseAndInsertInNineVectors/1000000"),
-                 1.5);
+  reporter.Print(
+      "MoveFirst, DeleteRecord, UndoRecord / 9-vector erase+insert, 1M rows",
+      reporter.Ratio("DeleteAndUndoFirstRow/1000000", "EraseAndInsertInNineVectors/1000000"), 1.5);
   reporter.Print("SelectAllRows + ClearSelectRows / two passes over the marks, 1M rows",
                  reporter.Ratio("SelectAllAndClear/1000000", "TwoPassesOverTheMarks/1000000"), 0);
   const bool exact = TotalsAreExact(Orders(kSmall)) && TotalsAreExact(Orders(kLarge));

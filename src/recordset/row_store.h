@@ -38,6 +38,9 @@ void NumberAutoCodingRows(RecordsetState& rs);
 // The value of field's ComputeString for row (the evaluator, with the
 // recordset as context).
 Variant EvaluateComputed(RecordsetState& rs, const ClsFields& field, int32_t row);
+// Stores the value of field's ComputeString in rows 1..rows of field, row by
+// row as EvaluateComputed would, the expression read once.
+void EvaluateComputedRows(RecordsetState& rs, ClsFields& field, int32_t rows);
 
 // The main field's name: the first field with IsMain and F_Boolean; "" when none.
 std::string MainFieldName(const RecordsetState& rs);

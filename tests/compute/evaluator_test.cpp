@@ -1,5 +1,6 @@
 #include <vector>
 
+#include "compute/evaluate_rows.h"
 #include "compute_fixture.h"
 
 namespace varnel::testing {
@@ -32,7 +33,22 @@ class Evaluator : public ComputeTest {
       EXPECT_EQ(Evaluate(c.expression), c.expected) << c.expression;
       EXPECT_EQ(Titles(), c.titles) << c.expression;
       EXPECT_EQ(capture.LastText(), c.text) << c.expression;
+      CheckRowsLikeOneByOne(c.expression);
     }
+  }
+
+  // Evaluating rows 1 and 2 at once gives each row's value and messages, in
+  // order, as evaluating them one by one does.
+  void CheckRowsLikeOneByOne(const std::string& expression) {
+    capture.ui().shown.clear();
+    const std::vector<Variant> one_by_one = {Evaluate(expression, 1), Evaluate(expression, 2)};
+    const std::string titles = Titles();
+    capture.ui().shown.clear();
+    std::vector<Variant> at_once;
+    internal::EvaluateRows(rs, expression, 1, 2, [&](int32_t, Variant v) { at_once.push_back(v); });
+    EXPECT_EQ(at_once, one_by_one) << expression;
+    EXPECT_EQ(Titles(), titles) << expression;
+    EXPECT_EQ(MdlCompute::CurRecordset, nullptr);
   }
 };
 
