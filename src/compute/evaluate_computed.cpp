@@ -18,12 +18,7 @@ Variant EvaluateComputed(RecordsetState& rs, const ClsFields& field, int32_t row
 
 void EvaluateComputedRows(RecordsetState& rs, ClsFields& field, int32_t rows) {
   const std::string source = field.ComputeString;
-  EvaluateRows(rs.self, source, 1, rows, [&](int32_t row, Variant value) {
-    std::vector<Variant>& values = FieldAccess::Values(field);
-    if (static_cast<size_t>(row) < values.size()) {
-      values[static_cast<size_t>(row)] = std::move(value);
-    }
-  });
+  EvaluateRows(rs.self, source, 1, rows, FieldAccess::Values(field));
 }
 
 }  // namespace varnel::internal

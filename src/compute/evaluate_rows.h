@@ -2,8 +2,8 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <string>
+#include <vector>
 
 #include "varnel/recordset.h"
 
@@ -11,10 +11,10 @@ namespace varnel::internal {
 
 // For each row first..last in order: what MdlCompute::Exp_Reduced gives with
 // Expression = source, CurRow = row and CurRecordset = &recordset (messages
-// included), handed to store(row, value); CurRecordset is no object after each
-// row. The expression is read once, and again only after a row that showed a
-// message (its handler may have changed the fields).
+// included), stored in out[row] (rows outside out are dropped); CurRecordset
+// is no object after each row. The expression is read once, and again only
+// after a row that showed a message (its handler may have changed the fields).
 void EvaluateRows(ClsRecordset& recordset, const std::string& source, int32_t first, int32_t last,
-                  const std::function<void(int32_t, Variant)>& store);
+                  std::vector<Variant>& out);
 
 }  // namespace varnel::internal

@@ -6,12 +6,15 @@
 // text stays text (1+2 is "12"). Failures are shown
 // in message boxes titled with the failing step and never raised: a failing
 // operator gives Empty for its step and the evaluation goes on.
-#include <functional>
+#include <algorithm>
 #include <memory>
+#include <optional>
 #include <vector>
 
+#include "compute/column_kernel.h"
 #include "compute/operators.h"
 #include "compute/token_cache.h"
+#include "fields/field_access.h"
 #include "recordset/recordset_state.h"
 #include "varnel/messages.h"
 #include "varnel/modules.h"
@@ -255,44 +258,109 @@ Variant MdlCompute::Exp_Reduced() {
 }
 
 namespace internal {
+namespace {
 
 // Row by row what Exp_Reduced does with Expression = source, CurRow = row and
 // CurRecordset = recordset, the expression looked up once. It is looked up
 // again after a row that showed a message, whose handler may have changed
 // the fields or the module state.
-void EvaluateRows(ClsRecordset& recordset, const std::string& source, int32_t first, int32_t last,
-                  const std::function<void(int32_t, Variant)>& store) {
-  CacheUse cache;
-  StacksInUse stacks;
-  const FieldList& fields = RecordsetAccess::State(recordset).fields;
-  const CompiledExpression* code = nullptr;
-  for (int32_t row = first; row <= last; ++row) {
+class RowsEvaluation {
+ public:
+  RowsEvaluation(ClsRecordset& recordset, const std::string& source, std::vector<Variant>& out)
+      : recordset_(recordset),
+        state_(RecordsetAccess::State(recordset)),
+        source_(source),
+        out_(out) {}
+
+  void Run(int32_t first, int32_t last) {
+    for (int32_t row = QuickRows(first, last); row <= last; row = QuickRows(row + 1, last)) {
+      General(row);
+    }
+    MdlCompute::CurRow = last >= first ? last : MdlCompute::CurRow;
+  }
+
+ private:
+  void Store(int32_t row, Variant value) {
+    if (row >= 0 && static_cast<size_t>(row) < out_.size()) {
+      out_[static_cast<size_t>(row)] = std::move(value);
+    }
+  }
+
+  // Rows from `first` on whose two fields' values combine straight (no
+  // message, no client code can run); returns the first row that needs the
+  // general evaluation.
+  int32_t QuickRows(int32_t first, int32_t last) {
+    if (!pair_ || state_.edit_status == E_Query || first < 0) {
+      return first;
+    }
+    const Variant* left = left_->data();
+    const Variant* right = right_->data();
+    Variant* out = out_.data();
+    const char op = pair_->op;
+    const size_t end = std::min({left_->size(), right_->size(), out_.size(),
+                                 static_cast<size_t>(std::max(last, first - 1)) + 1});
+    size_t row = static_cast<size_t>(first);
+    while (row < end && QuickProduct(left[row], op, right[row], out[row])) {
+      ++row;
+    }
+    return static_cast<int32_t>(row);
+  }
+
+  void General(int32_t row) {
     const uint64_t messages_before = messages_shown;
     MdlCompute::CurRow = row;
-    MdlCompute::CurRecordset = &recordset;
+    MdlCompute::CurRecordset = &recordset_;
     Variant value;
     bool evaluated = false;
     std::string description;
     try {
-      if (code == nullptr) {
-        MdlCompute::Expression = source;
-        code = &cache.Get(&recordset, source, fields);
-        MdlCompute::Expression = code->rewritten;
+      if (code_ == nullptr) {
+        Read();
       }
-      evaluated = Reduction(*code, fields, row, stacks.get()).Run(value);
+      evaluated = Reduction(*code_, state_.fields, row, stacks_.get()).Run(value);
     } catch (...) {
       description = CurrentErrorDescription();
     }
-    stacks.get().clear();
+    stacks_.get().clear();
     if (!evaluated) {
       value = ReportFailure(description);
     }
     MdlCompute::CurRecordset = nullptr;
     if (messages_shown != messages_before) {
-      code = nullptr;
+      code_ = nullptr;  // read again: the fields may have changed
+      pair_.reset();
     }
-    store(row, std::move(value));
+    Store(row, std::move(value));
   }
+
+  void Read() {
+    MdlCompute::Expression = source_;
+    code_ = &cache_.Get(&recordset_, source_, state_.fields);
+    MdlCompute::Expression = code_->rewritten;
+    pair_ = FieldPairOf(*code_);
+    if (pair_) {
+      left_ = &FieldAccess::Values(*state_.fields[static_cast<size_t>(pair_->left)]);
+      right_ = &FieldAccess::Values(*state_.fields[static_cast<size_t>(pair_->right)]);
+    }
+  }
+
+  ClsRecordset& recordset_;
+  RecordsetState& state_;
+  const std::string& source_;
+  std::vector<Variant>& out_;
+  CacheUse cache_;
+  StacksInUse stacks_;
+  const CompiledExpression* code_ = nullptr;
+  std::optional<FieldPair> pair_;
+  const std::vector<Variant>* left_ = nullptr;
+  const std::vector<Variant>* right_ = nullptr;
+};
+
+}  // namespace
+
+void EvaluateRows(ClsRecordset& recordset, const std::string& source, int32_t first, int32_t last,
+                  std::vector<Variant>& out) {
+  RowsEvaluation(recordset, source, out).Run(first, last);
 }
 
 }  // namespace internal
