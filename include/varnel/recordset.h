@@ -32,6 +32,12 @@
 
 namespace varnel {
 
+/// One total of a summed field for one symbol (the value of its SymbolName companion).
+struct SymbolTotal {
+  std::string Symbol;  ///< the companion's value as text; "" for rows without one
+  Variant Total;       ///< the sum of those rows, of the same kinds as SumValue
+};
+
 namespace internal {
 struct RecordsetState;
 struct RecordsetAccess;
@@ -108,6 +114,17 @@ class ClsRecordset {
   bool SelectAllRows();
   bool InvertSelectRows();
   bool ClearSelectRows();
+
+  // ---- totals over the selection and per symbol ----
+  /// The total of summed field Field over the selected rows (the marked rows in S_Multi,
+  /// the current row in S_None), kept up to date as marks and values change. Null when
+  /// the field is not summed; Null, with error 5 reported, when there is no such field.
+  Variant SelectedSumValue(const Variant& Field);
+  /// The totals of summed field Field per symbol (the value of its SymbolName companion)
+  /// over every row, or over the selected rows with SelectedOnly; in the order of the
+  /// symbols' text, leaving out symbols whose rows add nothing. Without a companion: one
+  /// entry with Symbol "". Empty when the field is not summed or absent (error 5 reported).
+  std::vector<SymbolTotal> SumValueBySymbol(const Variant& Field, bool SelectedOnly = false);
 
   // ---- editing ----
   Enum_EditRecord UpdateRecord();

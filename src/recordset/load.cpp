@@ -128,10 +128,7 @@ void ComputeNonDataFields(RecordsetState& rs, int32_t rows) {
     if (field->IsData || field->ComputeString.empty()) {
       continue;
     }
-    std::vector<Variant>& values = FieldAccess::Values(*field);
-    for (int32_t row = 1; row <= rows; ++row) {
-      values[static_cast<size_t>(row)] = EvaluateComputed(rs, *field, row);
-    }
+    EvaluateComputedRows(rs, *field, rows);
   }
 }
 
