@@ -17,6 +17,9 @@
 
 #include "varnel/enums.h"
 #include "varnel/variant.h"
+#include "varnel/export.h"
+
+VARNEL_API_BEGIN
 
 namespace varnel {
 
@@ -75,3 +78,5 @@ class ClsFields {
 };
 
 }  // namespace varnel
+
+VARNEL_API_END

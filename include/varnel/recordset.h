@@ -28,6 +28,9 @@
 #include "varnel/events.h"
 #include "varnel/fields.h"
 #include "varnel/variant.h"
+#include "varnel/export.h"
+
+VARNEL_API_BEGIN
 
 namespace varnel {
 
@@ -144,3 +147,5 @@ class ClsRecordset {
 };
 
 }  // namespace varnel
+
+VARNEL_API_END

@@ -29,6 +29,9 @@
 #include "varnel/db.h"
 #include "varnel/enums.h"
 #include "varnel/events.h"
+#include "varnel/export.h"
+
+VARNEL_API_BEGIN
 
 namespace varnel {
 
@@ -76,3 +79,5 @@ class TableWriter : public ClsRecordsetEvents {
 };
 
 }  // namespace varnel
+
+VARNEL_API_END

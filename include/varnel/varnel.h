@@ -1,8 +1,11 @@
-// The whole public API of Varnel.
+/// \file
+/// The whole public API of Varnel: `#include <varnel/varnel.h>`, link
+/// `varnel::varnel` (CMake) or `pkg-config --cflags --libs varnel`.
 #pragma once
 
 #include "varnel/db.h"
 #include "varnel/enums.h"
+#include "varnel/errors.h"
 #include "varnel/events.h"
 #include "varnel/fields.h"
 #include "varnel/messages.h"
