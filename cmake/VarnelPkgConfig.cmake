@@ -3,6 +3,7 @@
 # The static library's dependencies are private: SQLite through its own .pc;
 # libpq by name, since Debian's libpq.pc lists static archives it does not ship.
 file(RELATIVE_PATH VARNEL_PC_TO_PREFIX /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)
+string(REGEX REPLACE "/$" "" VARNEL_PC_TO_PREFIX "${VARNEL_PC_TO_PREFIX}")
 configure_file(${CMAKE_CURRENT_LIST_DIR}/varnel.pc.in ${CMAKE_CURRENT_BINARY_DIR}/varnel.pc @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/varnel.pc
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT library)

@@ -34,11 +34,13 @@ VARNEL_API_BEGIN
 
 namespace varnel::db {
 
+VARNEL_API_END  // engine types: declared here, never exported
 namespace internal {
 class Driver;
 struct RecordsetData;
 struct RecordsetAccess;
 }  // namespace internal
+VARNEL_API_BEGIN
 
 class Recordset;
 

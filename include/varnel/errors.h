@@ -57,17 +57,31 @@ enum Enum_ErrorKind : int32_t {
 
 /// What the thread's last public operation reported.
 struct ErrorInfo {
-  Enum_ErrorKind Kind = K_None;  ///< K_None when the operation reported nothing
-  int32_t Number = 0;            ///< the run-time error number as raised; 0 for notices and cancels
-  std::string
-      Description;  ///< the error's description, the notice's text, or the Before event's name
-  std::string Operation;  ///< the public operation that reported it ("UpdateRecord", "SetValue")
-  std::string Field;      ///< the field concerned ("" when the error is not about one field)
+  /// K_None when the operation reported nothing.
+  Enum_ErrorKind Kind = K_None;
+  /// The run-time error number as raised (Enum_ErrorNumber, or a database's); 0 for
+  /// notices, cancels and the evaluator's message boxes, which carry none.
+  int32_t Number = 0;
+  /// The error's description, the notice's text, or the cancelled Before event's name.
+  std::string Description;
+  /// The public operation that reported it ("UpdateRecord", "SetValue"); "" for none.
+  std::string Operation;
+  /// The Name of the field concerned; "" when the report is not about one field.
+  std::string Field;
 };
 
 /// The calling thread's last error. Each public operation of ClsRecordset,
-/// ClsFields, TableWriter and MdlQuery clears it when it starts and fills it
-/// with the first thing reported while it runs; getters leave it alone.
+/// ClsFields, TableWriter and MdlQuery empties it when it starts (the outermost
+/// one, when they call each other) and keeps the first thing reported while it
+/// runs: an error form or error message box (K_Error), an information form
+/// (K_Notice), or a Before event cancelled by a handler (K_Cancelled).
+/// Operation is the innermost public operation running then: "UpdateRecord"
+/// when a move fails because the pending edit could not be saved. Field is the
+/// Name of the field being changed or checked, when there is one. Refusals that
+/// show nothing (a permission such as EditAddNew false, nothing to undo, any
+/// edit in E_Nothing) leave it empty although the operation returns true.
+/// Getters and the db layer leave it alone; a message procedure called outside
+/// any operation replaces it.
 const ErrorInfo& LastError();
 
 /// Empties the calling thread's last error.

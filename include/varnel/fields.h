@@ -24,9 +24,11 @@ VARNEL_API_BEGIN
 namespace varnel {
 
 class ClsRecordset;
+VARNEL_API_END  // engine types: declared here, never exported
 namespace internal {
 struct FieldAccess;
 }
+VARNEL_API_BEGIN
 
 class ClsFields {
  public:

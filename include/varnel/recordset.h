@@ -34,10 +34,12 @@ VARNEL_API_BEGIN
 
 namespace varnel {
 
+VARNEL_API_END  // engine types: declared here, never exported
 namespace internal {
 struct RecordsetState;
 struct RecordsetAccess;
 }  // namespace internal
+VARNEL_API_BEGIN
 
 class ClsRecordset {
  public:

@@ -36,9 +36,11 @@ VARNEL_API_BEGIN
 namespace varnel {
 
 class ClsRecordset;
+VARNEL_API_END  // engine types: declared here, never exported
 namespace internal {
 class TableWriterEngine;
 }
+VARNEL_API_BEGIN
 
 class TableWriter : public ClsRecordsetEvents {
  public:

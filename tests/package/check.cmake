@@ -6,7 +6,8 @@
 #   deb      cpack's Debian packages; the library's unpacked into a scratch
 #            root (dpkg-deb -x, the system untouched) and built against
 # Variables: MODE, BUILD_DIR (the project's build), SOURCE (this folder),
-# PROJECT_SOURCE, WORK (scratch), CXX, LAUNCHER (the compiler launcher or ""),
+# PROJECT_SOURCE, WORK (scratch), CXX, GENERATOR and LAUNCHER (the compiler
+# launcher or "") of the project's build,
 # PROGRAMS (1 when the programs were built).
 file(REMOVE_RECURSE ${WORK})
 file(MAKE_DIRECTORY ${WORK})
@@ -51,7 +52,7 @@ elseif(MODE STREQUAL "shared")
   # Beside the project's build folder, at the same depth: the compiler cache
   # then finds the objects it already built.
   set(shared_build ${BUILD_DIR}-shared)
-  run(${CMAKE_COMMAND} -S ${PROJECT_SOURCE} -B ${shared_build} -DBUILD_SHARED_LIBS=ON
+  run(${CMAKE_COMMAND} -S ${PROJECT_SOURCE} -B ${shared_build} -G ${GENERATOR} -DBUILD_SHARED_LIBS=ON
       -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_CXX_COMPILER=${CXX}
       -DCMAKE_CXX_COMPILER_LAUNCHER=${LAUNCHER} -DVARNEL_BUILD_TESTS=OFF
       -DVARNEL_BUILD_BENCH=OFF -DVARNEL_BUILD_APPS=OFF)
