@@ -11,5 +11,6 @@
 #include "varnel/messages.h"
 #include "varnel/modules.h"
 #include "varnel/recordset.h"
+#include "varnel/row_observer.h"
 #include "varnel/table_writer.h"
 #include "varnel/variant.h"
