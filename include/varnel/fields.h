@@ -17,13 +17,18 @@
 
 #include "varnel/enums.h"
 #include "varnel/variant.h"
+#include "varnel/export.h"
+
+VARNEL_API_BEGIN
 
 namespace varnel {
 
 class ClsRecordset;
+VARNEL_API_END  // engine types: declared here, never exported
 namespace internal {
 struct FieldAccess;
 }
+VARNEL_API_BEGIN
 
 class ClsFields {
  public:
@@ -75,3 +80,5 @@ class ClsFields {
 };
 
 }  // namespace varnel
+
+VARNEL_API_END

@@ -29,6 +29,9 @@
 #include "varnel/fields.h"
 #include "varnel/row_observer.h"
 #include "varnel/variant.h"
+#include "varnel/export.h"
+
+VARNEL_API_BEGIN
 
 namespace varnel {
 
@@ -38,10 +41,12 @@ struct SymbolTotal {
   Variant Total;       ///< the sum of those rows, of the same kinds as SumValue
 };
 
+VARNEL_API_END  // engine types: declared here, never exported
 namespace internal {
 struct RecordsetState;
 struct RecordsetAccess;
 }  // namespace internal
+VARNEL_API_BEGIN
 
 class ClsRecordset {
  public:
@@ -166,3 +171,5 @@ class ClsRecordset {
 };
 
 }  // namespace varnel
+
+VARNEL_API_END

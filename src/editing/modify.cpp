@@ -144,6 +144,7 @@ bool ModifyField(RecordsetState& rs, const Variant& key, const Variant& value, i
   // Held for the whole change: a handler may remove the field meanwhile.
   const std::shared_ptr<ClsFields> held = rs.fields[FieldIndex(rs, key)];
   ClsFields& field = *held;
+  const ErrorFieldScope error_field(field.Name);
   if (status == E_Query) {
     return ModifyCriterion(rs, field, value);
   }

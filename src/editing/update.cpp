@@ -56,6 +56,7 @@ bool PendingRowIsComplete(RecordsetState& rs) {
     const bool blank =
         row < 0 || static_cast<size_t>(row) >= values.size() || values[row].IsBlank();
     if (blank) {
+      const ErrorFieldScope error_field(field->Name);
       MdlProcess::ShowErr(LoadResString(101), 94,
                           LoadResString(104) + "'" + ShownName(*field) + "'" + LoadResString(105),
                           rs.self.SysErrState);
