@@ -20,11 +20,16 @@ struct Options {
   std::vector<std::string> keys;   // key columns for saving; empty = primary key
   int32_t language = 0;            // 1033, 2052, or 0 to follow the environment
   std::filesystem::path data_dir;  // where the sample database and history live
+  std::filesystem::path screenshot;  // varnel-screen: render the window to this PNG and exit
 };
+
+// Which program reads the command line: its name, and varnel-screen's --screenshot.
+enum class Program { kConsole, kWindow };
 
 // The options of the command line; nullopt after printing help, the version
 // or a usage error, with the exit status in *exit_code.
-std::optional<Options> ParseOptions(int argc, char** argv, int* exit_code);
+std::optional<Options> ParseOptions(int argc, char** argv, int* exit_code,
+                                    Program program = Program::kConsole);
 
 // $VARNEL_DATA_DIR, else $XDG_DATA_HOME/varnel, else ~/.local/share/varnel.
 std::filesystem::path DefaultDataDir();

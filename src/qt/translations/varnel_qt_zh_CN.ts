@@ -1,0 +1,20 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="zh_CN">
+<context>
+    <name>varnel::qt</name>
+    <message><source>modified, not saved</source><translation>已修改，未保存</translation></message>
+    <message><source>new, not saved</source><translation>新增，未保存</translation></message>
+    <message><source>copied, not saved</source><translation>复制，未保存</translation></message>
+    <message><source>a deletion before this row is not saved</source><translation>此行之前的删除未保存</translation></message>
+    <message><source>locked</source><translation>已锁定</translation></message>
+    <message><source>current row</source><translation>当前行</translation></message>
+    <message><source>Loading</source><translation>正在加载</translation></message>
+    <message><source>Cancel</source><translation>取消</translation></message>
+    <message><source>Loading %1: %2 rows read</source><translation>正在加载 %1：已读取 %2 行</translation></message>
+    <message><source>Loading cancelled</source><translation>加载已取消</translation></message>
+    <message><source>Keep editing</source><translation>继续编辑</translation></message>
+    <message><source>Write mine</source><translation>写入我的</translation></message>
+    <message><source>Take theirs</source><translation>采用对方的</translation></message>
+</context>
+</TS>
