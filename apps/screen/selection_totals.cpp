@@ -36,7 +36,7 @@ SelectionTotals TotalsOf(ClsRecordset& Recordset) {
       Append(totals.all, *field, field->SumValue);
     }
   }
-  if (Recordset.SelectState() != S_Multi) {
+  if (Recordset.SelectState() != S_Multi || Recordset.EditStatus() == E_Query) {
     totals.selected_rows = Recordset.Rows() > 0 ? 1 : 0;
     return totals;
   }

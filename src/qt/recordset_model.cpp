@@ -44,20 +44,21 @@ QVariant RecordsetModel::data(const QModelIndex& Index, int Role) const {
   const ValueKind kind = KindOf(*field);
   switch (Role) {
     case Qt::DisplayRole:
-      return detail::DisplayText(*field, field->GetValue(row), row);
+      return detail::DisplayText(*field, detail::StoredValue(*field, row), row);
     case Qt::EditRole:
-      return detail::EditValue(*field, field->GetValue(row));
-    case Qt::CheckStateRole:
+      return detail::EditValue(*field, detail::StoredValue(*field, row));
+    case Qt::CheckStateRole: {
       if (kind != ValueKind::kBoolean) {
         return {};
       }
-      return field->GetValue(row).IsBlank() || !field->GetValue(row).ToBool() ? Qt::Unchecked
-                                                                              : Qt::Checked;
+      const Variant value = detail::StoredValue(*field, row);
+      return value.IsBlank() || !value.ToBool() ? Qt::Unchecked : Qt::Checked;
+    }
     case Qt::TextAlignmentRole:
       return QVariant::fromValue(Qt::AlignVCenter |
                                  (detail::IsNumeric(kind) ? Qt::AlignRight : Qt::AlignLeft));
     case VariantRole:
-      return QVariant::fromValue(field->GetValue(row));
+      return QVariant::fromValue(detail::StoredValue(*field, row));
     case Qt::BackgroundRole:
       if (RowIsSelected(row)) {
         QColor shade = QGuiApplication::palette().color(QPalette::Highlight);

@@ -4,6 +4,8 @@
 #include <QLocale>
 #include <cmath>
 
+#include "fields/field_access.h"
+
 namespace varnel::qt::detail {
 namespace {
 
@@ -33,7 +35,12 @@ QString AmountText(int64_t units) {
 
 QString CurrencyText(const ClsFields& field, const Variant& value, int32_t row) {
   const Currency amount = value.VarType() == vbCurrency ? value.AsCurrency() : value.ToCurrency();
-  const Variant sign = field.SymbolName.empty() ? Variant() : field.GetSymbol(row);
+  Variant sign;
+  if (!field.SymbolName.empty() && field.Parent != nullptr) {
+    if (const auto companion = field.Parent->Item(Variant(field.SymbolName))) {
+      sign = StoredValue(*companion, row);
+    }
+  }
   const QString sign_text = sign.IsBlank() ? QString() : ToQString(CStr(sign));
   if (amount.Value < 0) {
     return "-" + sign_text + AmountText(-amount.Value);
@@ -42,6 +49,12 @@ QString CurrencyText(const ClsFields& field, const Variant& value, int32_t row) 
 }
 
 }  // namespace
+
+Variant StoredValue(const ClsFields& field, int32_t row) {
+  // The engine's own view of the value array: GetValue reads the criterion in query mode.
+  const std::vector<Variant>& values = internal::FieldAccess::Values(field);
+  return row >= 1 && static_cast<size_t>(row) < values.size() ? values[row] : Variant();
+}
 
 ValueKind KindOf(const ClsFields& field) {
   switch (field.FieldType) {

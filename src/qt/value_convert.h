@@ -26,6 +26,10 @@ ValueKind KindOf(const ClsFields& field);
 // True for the kinds shown right-aligned.
 bool IsNumeric(ValueKind kind);
 
+// The value stored in row, also in query mode (when GetValue gives the
+// criterion): the grid goes on showing the rows while criteria are typed.
+Variant StoredValue(const ClsFields& field, int32_t row);
+
 // The text a cell shows for value in row (the currency sign is the symbol of that row).
 QString DisplayText(const ClsFields& field, const Variant& value, int32_t row);
 // The value as the natural Qt type of its kind (QDate, QDateTime, QTime, bool,
