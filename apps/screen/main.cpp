@@ -23,22 +23,26 @@ bool AsksForPassword(const VbError& error) {
   return text.find("password") != std::string::npos;
 }
 
-// Opens the connection; a database that wants a password gets one from a prompt.
-std::shared_ptr<db::Connection> Connect(const std::string& connection_string, bool can_ask) {
+std::string AskPassword() {
+  bool given = false;
+  const QString password = QInputDialog::getText(nullptr, "varnel-screen", Tr("Password:"),
+                                                 QLineEdit::Password, QString(), &given);
+  return given ? password.toStdString() : std::string();
+}
+
+// Opens the connection; --password, or a database that wants a password,
+// gets one from a prompt.
+std::shared_ptr<db::Connection> Connect(const app::Options& options,
+                                        const std::string& connection_string, bool can_ask) {
   auto connection = std::make_shared<db::Connection>();
+  const std::string password = options.ask_password && can_ask ? AskPassword() : "";
   try {
-    connection->Open(connection_string);
+    connection->Open(connection_string, "", password);
   } catch (const VbError& error) {
-    if (!can_ask || !AsksForPassword(error)) {
+    if (!can_ask || !password.empty() || !AsksForPassword(error)) {
       throw;
     }
-    bool given = false;
-    const QString password = QInputDialog::getText(nullptr, "varnel-screen", Tr("Password:"),
-                                                   QLineEdit::Password, QString(), &given);
-    if (!given) {
-      throw;
-    }
-    connection->Open(connection_string, "", password.toStdString());
+    connection->Open(connection_string, "", AskPassword());
   }
   return connection;
 }
@@ -46,9 +50,10 @@ std::shared_ptr<db::Connection> Connect(const std::string& connection_string, bo
 int Run(const app::Options& options) {
   const std::string connection_string = app::ResolveConnection(options, std::cout);
   const bool shooting = !options.screenshot.empty();
-  auto connection = Connect(connection_string, !shooting);
+  auto connection = Connect(options, connection_string, !shooting);
   Session session(options, connection);
   MainWindow window(session.Recordset());
+  window.SetWriter(&session.Writer());
   qt::LoadProgressDialog progress(session.Recordset(), *connection, &window);
   window.show();
   session.Recordset().InitDataSource();

@@ -15,6 +15,7 @@
 #include "screen_texts.h"
 #include "selection_totals.h"
 #include "texts.h"
+#include "varnel/qt/conflict_dialog.h"
 #include "varnel/qt/language.h"
 
 namespace varnel::screen {
@@ -91,7 +92,7 @@ void MainWindow::MakeActions() {
   AddAction(C::kSave, QKeySequence::Save, [this] {
     form_->setFocus();  // an editor still open hands its text over first
     grid_->setFocus();
-    rs_.UpdateRecord();
+    Save();
   });
   AddAction(C::kRefresh, QKeySequence::Refresh, [this] { rs_.RefreshDataSource(); });
   AddAction(C::kQuery, QKeySequence::Find, [this] { rs_.NewQuery(); });
@@ -262,7 +263,7 @@ bool MainWindow::ResolvePendingEdit() {
   ask.button(QMessageBox::Cancel)->setText(Tr("Cancel"));
   switch (ask.exec()) {
     case QMessageBox::Save:
-      return rs_.UpdateRecord() == E_Succeed;  // a refused save keeps the window open
+      return Save() == E_Succeed;  // a refused save keeps the window open
     case QMessageBox::Discard:
       // Undo peels one layer at a time (a deletion, then the edit under it).
       for (int layer = 0; layer < 3 && rs_.EditStatus() != E_Default; ++layer) {
@@ -280,6 +281,14 @@ void MainWindow::closeEvent(QCloseEvent* Event) {
   } else {
     Event->ignore();
   }
+}
+
+Enum_EditRecord MainWindow::Save() {
+  const Enum_EditRecord answer = rs_.UpdateRecord();
+  if (answer == E_Defeat && writer_ != nullptr && writer_->PendingConflict()) {
+    return qt::ConflictDialog::Resolve(*writer_, this);
+  }
+  return answer;
 }
 
 bool MainWindow::SaveScreenshot(const QString& Path) { return grab().save(Path, "PNG"); }

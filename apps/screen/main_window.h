@@ -57,6 +57,11 @@ class MainWindow : public QMainWindow {
   QString StatusText() const;
   QString TotalsText() const;
 
+  // Offers Writer's conflict dialog when a save meets someone else's change (not owned).
+  void SetWriter(TableWriter* Writer) { writer_ = Writer; }
+  // Saves the pending edit, resolving a conflict with the user; UpdateRecord's answer.
+  Enum_EditRecord Save();
+
   // Renders the window as it is shown to a PNG file; false when it cannot be written.
   bool SaveScreenshot(const QString& Path);
 
@@ -77,6 +82,7 @@ class MainWindow : public QMainWindow {
   bool ResolvePendingEdit();  // false when the user chose to stay
 
   ClsRecordset& rs_;
+  TableWriter* writer_ = nullptr;
   qt::RecordsetModel* model_;
   qt::RecordsetView* grid_;
   qt::RecordsetForm* form_;

@@ -24,6 +24,7 @@ class Session {
 
   ClsRecordset& Recordset() { return rs_; }
   db::Connection& Connection() { return *connection_; }
+  TableWriter& Writer() { return *writer_; }
 
  private:
   std::shared_ptr<db::Connection> connection_;

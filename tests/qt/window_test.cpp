@@ -7,6 +7,7 @@
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QTableWidget>
 #include <QTest>
 #include <QTimer>
 #include <functional>
@@ -34,6 +35,7 @@ class WindowTest : public OrderTable {
     Load();
     rs.Advise(&vetoes);
     window = std::make_unique<screen::MainWindow>(rs);
+    window->SetWriter(writer.get());
     window->show();
     window->activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
@@ -45,6 +47,10 @@ class WindowTest : public OrderTable {
 
   // A key as the platform delivers it: shortcuts apply, the focus widget gets the rest.
   void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    if (!window->isActiveWindow()) {  // a dialog just closed
+      window->activateWindow();
+      (void)QTest::qWaitForWindowActive(window.get());
+    }
     QTest::keyClick(window->windowHandle(), key, modifiers);
   }
   void Type(const QString& text) {
@@ -218,6 +224,43 @@ TEST_P(WindowTest, ClosingWithAPendingEditAsksSaveDiscardOrCancel) {
     EXPECT_EQ(window->close(), c.closed);
     EXPECT_EQ(Stored("Qty", 1).ToLong(), c.stored_qty);
     EXPECT_EQ(rs.EditStatus(), c.closed ? E_Default : E_Modify);
+  }
+}
+
+TEST_P(WindowTest, ASaveMeetingSomeoneElsesChangeOffersMineOrTheirs) {
+  struct Case {
+    const char* button;
+    int32_t stored_qty;  // in the database afterwards
+    int32_t shown_qty;   // in the row afterwards
+    Enum_EditStatus status;
+  };
+  for (const Case& c : {Case{"KeepEditing", 50, 9, E_Modify}, Case{"TakeTheirs", 50, 50, E_Default},
+                        Case{"WriteMine", 9, 9, E_Default}}) {
+    connection->Execute("UPDATE Orders SET \"Qty\" = 50 WHERE \"Id\" = 1");
+    if (rs.EditStatus() == E_Default) {
+      rs.Modify("Qty", Variant(int32_t{9}));
+    }
+    QString typed;
+    AnswerNextModal([&](QWidget* modal) {  // the writer's notice first, then the choice
+      ASSERT_NE(modal->findChild<QPushButton*>("CmdOk"), nullptr)
+          << modal->objectName().toStdString();
+      modal->findChild<QPushButton*>("CmdOk")->click();
+      AnswerNextModal([&](QWidget* dialog) {
+        typed = qobject_cast<QTableWidget*>(dialog->findChild<QTableWidget*>("ConflictFields"))
+                    ->item(2, 1)
+                    ->text();
+        dialog->findChild<QPushButton*>(c.button)->click();
+      });
+    });
+    Key(Qt::Key_S, Qt::ControlModifier);
+    EXPECT_EQ(typed, "9") << c.button;
+    EXPECT_EQ(Stored("Qty", 1).ToLong(), c.stored_qty) << c.button;
+    EXPECT_EQ(rs.Item("Qty")->GetValue(1).ToLong(), c.shown_qty) << c.button;
+    EXPECT_EQ(rs.EditStatus(), c.status) << c.button;
+    connection->Execute("UPDATE Orders SET \"Qty\" = 2 WHERE \"Id\" = 1");
+    if (rs.EditStatus() == E_Default) {
+      rs.RefreshDataSource();
+    }
   }
 }
 

@@ -16,5 +16,12 @@
     <message><source>Keep editing</source><translation>继续编辑</translation></message>
     <message><source>Write mine</source><translation>写入我的</translation></message>
     <message><source>Take theirs</source><translation>采用对方的</translation></message>
+    <message><source>Field</source><translation>字段</translation></message>
+    <message><source>You typed</source><translation>您输入的</translation></message>
+    <message><source>The database holds now</source><translation>数据库中现在的值</translation></message>
+    <message><source>(deleted)</source><translation>（已删除）</translation></message>
+    <message><source>Someone else changed this row</source><translation>其他人修改了这一行</translation></message>
+    <message><source>Someone else deleted this row after you loaded it.</source><translation>在您加载之后，其他人删除了这一行。</translation></message>
+    <message><source>Someone else changed this row after you loaded it. Fields they changed are in bold.</source><translation>在您加载之后，其他人修改了这一行。他们修改的字段以粗体显示。</translation></message>
 </context>
 </TS>
