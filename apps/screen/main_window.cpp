@@ -62,7 +62,7 @@ MainWindow::MainWindow(ClsRecordset& Recordset, QWidget* Parent)
   connect(model_, &QAbstractItemModel::rowsInserted, this, &MainWindow::UpdateStatusBar);
   connect(model_, &QAbstractItemModel::rowsRemoved, this, &MainWindow::UpdateStatusBar);
   Retranslate();
-  resize(1180, 640);
+  resize(1280, 680);
 }
 
 QAction* MainWindow::AddAction(Command command, const QKeySequence& keys,

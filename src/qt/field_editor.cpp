@@ -5,6 +5,7 @@
 #include <QDateEdit>
 #include <QDateTimeEdit>
 #include <QLineEdit>
+#include <QLocale>
 #include <QRegularExpressionValidator>
 #include <QTimeEdit>
 
@@ -64,6 +65,30 @@ QDateTimeEdit* DateEditFor(ValueKind kind, const ClsFields& field, QWidget* pare
   return edit;
 }
 
+// The text a line edit starts from: numbers as the user types them, without
+// grouping; currency without its sign (the caption shows it); percent with "%".
+QString EditText(const ClsFields& field, const Variant& value) {
+  if (value.IsBlank()) {
+    return {};
+  }
+  try {
+    switch (KindOf(field)) {
+      case ValueKind::kCurrency:
+        return value.VarType() == vbCurrency ? AmountText(value.AsCurrency().Value)
+                                             : AmountText(value.ToCurrency().Value);
+      case ValueKind::kPercent:
+        return QLocale::c().toString(value.ToDouble() * 100, 'g', 12) + "%";
+      case ValueKind::kText:
+      case ValueKind::kBoolean:
+        return DisplayText(field, value, 0);
+      default:
+        return ToQString(CStr(value));
+    }
+  } catch (const std::exception&) {
+    return ToQString(CStr(value));
+  }
+}
+
 }  // namespace
 
 QWidget* CreateEditor(const ClsFields& field, QWidget* parent, bool with_check_box) {
@@ -101,16 +126,7 @@ void ShowValue(QWidget* editor, const ClsFields& field, const Variant& value) {
     }
   } else if (auto* line = qobject_cast<QLineEdit*>(editor)) {
     const QSignalBlocker quiet(line);
-    const ValueKind kind = KindOf(field);
-    // Numbers are edited as the user types them, without grouping or sign.
-    line->setText(
-        kind == ValueKind::kText || kind == ValueKind::kBoolean || value.IsBlank()
-            ? DisplayText(field, value, 0)
-            : ToQString(CStr(
-                  value.VarType() == vbCurrency
-                      ? Variant(value.ToDouble())
-                      : (kind == ValueKind::kPercent ? Variant(value.ToDouble() * 100) : value))) +
-                  (kind == ValueKind::kPercent ? "%" : ""));
+    line->setText(EditText(field, value));
     line->setCursorPosition(0);
   }
 }

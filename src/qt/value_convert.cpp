@@ -27,11 +27,15 @@ const char* DatePattern(Enum_DateType type) {
   }
 }
 
+}  // namespace
+
 // Two decimals, or up to four when the amount has them: 12.50, 0.1234.
 QString AmountText(int64_t units) {
   const int decimals = (units % 100 == 0) ? 2 : (units % 10 == 0 ? 3 : 4);
   return QLocale::c().toString(static_cast<double>(units) / 10000.0, 'f', decimals);
 }
+
+namespace {
 
 QString CurrencyText(const ClsFields& field, const Variant& value, int32_t row) {
   const Currency amount = value.VarType() == vbCurrency ? value.AsCurrency() : value.ToCurrency();

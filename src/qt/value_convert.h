@@ -30,6 +30,9 @@ bool IsNumeric(ValueKind kind);
 // criterion): the grid goes on showing the rows while criteria are typed.
 Variant StoredValue(const ClsFields& field, int32_t row);
 
+// An amount of 1/10000 units with two decimals, or up to four when it has them.
+QString AmountText(int64_t units);
+
 // The text a cell shows for value in row (the currency sign is the symbol of that row).
 QString DisplayText(const ClsFields& field, const Variant& value, int32_t row);
 // The value as the natural Qt type of its kind (QDate, QDateTime, QTime, bool,

@@ -2,9 +2,11 @@
 // operation, with a view attached, on every database.
 #include <QAbstractItemModelTester>
 #include <QDate>
+#include <QProgressDialog>
 #include <functional>
 
 #include "order_table.h"
+#include "varnel/qt/load_progress_dialog.h"
 
 namespace varnel::testing {
 namespace {
@@ -102,6 +104,22 @@ TEST_P(ModelTest, CellsShowTheirKindAndFollowTheEditRules) {
   EXPECT_TRUE(model.setData(paid, Qt::Unchecked, Qt::CheckStateRole));
   EXPECT_EQ(rs.AbsolutePosition(), 2);
   EXPECT_TRUE(model.headerData(1, Qt::Vertical).toString().startsWith(QStringLiteral("✎")));
+}
+
+// What the rows are after a failed load is the recordset's rule; the views
+// follow whatever it leaves.
+TEST_P(ModelTest, CancellingALoadStopsItWithoutAnErrorReport) {
+  CaptureScope capture;
+  Load();
+  qt::RecordsetModel model(rs);
+  qt::LoadProgressDialog progress(rs, *connection, nullptr);
+  progress.SetDelay(0);
+  QObject::connect(&progress, &qt::LoadProgressDialog::RowsRead,
+                   [&] { progress.Dialog()->cancel(); });
+  EXPECT_TRUE(rs.RefreshDataSource());
+  EXPECT_TRUE(progress.Cancelled());
+  EXPECT_TRUE(capture.shown().empty()) << "cancelling is not an error";
+  EXPECT_EQ(model.rowCount(), rs.Rows());
 }
 
 VARNEL_ON_EVERY_PROVIDER(ModelTest);
