@@ -38,6 +38,7 @@ MainWindow::MainWindow(ClsRecordset& Recordset, QWidget* Parent)
   split->addWidget(scroll);
   split->setStretchFactor(0, 3);
   split->setStretchFactor(1, 1);
+  split->setSizes({990, 290});
   setCentralWidget(split);
 
   row_label_ = new QLabel(this);

@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <functional>
 #include <string>
@@ -173,8 +174,8 @@ Alone MeasureAlone(int32_t rows) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  constexpr int32_t kRows = 1000000;
-  varnel::bench::OrdersConnection(kRows);  // made before anything is timed
+  const int32_t kRows = argc > 1 ? std::atoi(argv[1]) : 1000000;  // bench_screen [rows]
+  varnel::bench::OrdersConnection(kRows);                         // made before anything is timed
   varnel::bench::OrdersConnection(10000);
   const Alone reference = MeasureAlone(kRows);
   const double alone = reference.millis;

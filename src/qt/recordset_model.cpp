@@ -16,7 +16,7 @@ using detail::ValueKind;
 RecordsetModel::RecordsetModel(ClsRecordset& Recordset, QObject* Parent)
     : QAbstractTableModel(Parent), rs_(Recordset) {
   rows_ = rs_.Rows();
-  columns_ = rs_.Count();
+  TakeFields();
   current_ = rs_.AbsolutePosition();
   cookie_ = rs_.Advise(this);
   observer_cookie_ = rs_.AddRowObserver(this);
@@ -37,10 +37,10 @@ int RecordsetModel::columnCount(const QModelIndex& Parent) const {
 
 QVariant RecordsetModel::data(const QModelIndex& Index, int Role) const {
   const int32_t row = Index.row() + 1;
-  if (!Index.isValid() || row > rs_.Rows() || Index.column() >= rs_.Count()) {
+  if (!Index.isValid() || row > rs_.Rows() || Index.column() >= columns_) {
     return {};
   }
-  const auto field = rs_.Item(Index.column() + 1);
+  const ClsFields* field = fields_[static_cast<size_t>(Index.column())].get();
   const ValueKind kind = KindOf(*field);
   switch (Role) {
     case Qt::DisplayRole:
@@ -271,7 +271,7 @@ void RecordsetModel::RowsAboutToBeReset() {
 void RecordsetModel::RowsReset() {
   if (bracket_ == 1) {
     rows_ = rs_.Rows();
-    columns_ = rs_.Count();
+    TakeFields();
     current_ = rs_.AbsolutePosition();
     endResetModel();
   }
@@ -304,11 +304,16 @@ void RecordsetModel::CatchUp() {
   if (bracket_ == 0 && (rows_ != rs_.Rows() || columns_ != rs_.Count())) {
     beginResetModel();
     rows_ = rs_.Rows();
-    columns_ = rs_.Count();
+    TakeFields();
     current_ = rs_.AbsolutePosition();
     endResetModel();
     emit RowsReloaded();
   }
+}
+
+void RecordsetModel::TakeFields() {
+  fields_.assign(rs_.begin(), rs_.end());
+  columns_ = static_cast<int32_t>(fields_.size());
 }
 
 }  // namespace varnel::qt

@@ -18,6 +18,7 @@ RecordsetView::RecordsetView(QWidget* Parent) : QTableView(Parent) {
   verticalHeader()->setDefaultAlignment(Qt::AlignRight | Qt::AlignVCenter);
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
+  horizontalHeader()->setResizeContentsPrecision(60);  // columns fit the first rows only
   setWordWrap(false);
 }
 

@@ -13,6 +13,8 @@
 
 #include <QAbstractTableModel>
 #include <cstdint>
+#include <memory>
+#include <vector>
 
 #include "varnel/varnel.h"
 
@@ -98,9 +100,11 @@ class RecordsetModel : public QAbstractTableModel, private ClsRecordsetEvents, p
 
   void RowHeaderChanged(int32_t Row);
   void WholeRowChanged(int32_t Row);
-  void CatchUp();  // a change of the row count that came without a notice
+  void CatchUp();     // a change of the row count that came without a notice
+  void TakeFields();  // fields_ := the recordset's fields, in collection order
 
   ClsRecordset& rs_;
+  std::vector<std::shared_ptr<ClsFields>> fields_;  // by column: no lookup per cell
   int32_t cookie_ = 0;
   int32_t observer_cookie_ = 0;
   int32_t rows_ = 0;     // the row count the views know
