@@ -136,12 +136,22 @@ std::string AppProcess::ReadUntil(const std::string& marker) {
   return seen_;
 }
 
+void AppProcess::Type(const std::string& text, const std::string& marker) {
+  const size_t from = seen_.size();
+  Send(text);
+  while (seen_.find(marker, from) == std::string::npos && ReadSome()) {
+  }
+}
+
 AppRun AppProcess::Finish() {
   if (!on_terminal_) {
     close(input_);
     input_ = -1;
   }
   while (ReadSome()) {
+  }
+  if (on_terminal_) {
+    kill(pid_, SIGHUP);  // a program still waiting for input after the time limit
   }
   AppRun run;
   run.output = seen_;

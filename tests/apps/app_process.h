@@ -32,6 +32,9 @@ class AppProcess {
   void Send(const std::string& text);
   // Reads until the output holds Marker or the program ends; returns all output so far.
   std::string ReadUntil(const std::string& marker);
+  // Sends Text, then reads until Marker appears in what follows (a terminal
+  // drops what is typed before the program reads).
+  void Type(const std::string& text, const std::string& marker = "varnel> ");
   // Closes the input (a pipe; a terminal stays open until the program
   // leaves), reads everything and waits for the exit.
   AppRun Finish();
