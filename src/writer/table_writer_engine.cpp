@@ -164,11 +164,12 @@ Enum_EditRecord TableWriterEngine::Write(const std::string& table,
   }
   std::optional<Target> target;
   SaveStage stage = SaveStage::kWriting;
+  std::vector<RowChange> written;
   try {
     target = TargetOf(table, connection);
     CheckValues(*target, changes);
     std::vector<GeneratedValue> generated;
-    if (unknown_outcome_) {
+    if (unsettled_) {
       changes = SettleUnknownOutcome(*target, changes, generated);
     }
     if (mode_ == Mode::kKeepMine) {
@@ -176,17 +177,16 @@ Enum_EditRecord TableWriterEngine::Write(const std::string& table,
     }
     {
       TransactionScope transaction(*target->connection);
-      std::vector<RowChange> written = WriteChanges(*target, changes, generated);
+      written = WriteChanges(*target, changes, generated);
       stage = SaveStage::kCommitting;
-      unknown_outcome_ = std::move(written);  // until the commit is known to be done
       transaction.Commit();
     }
-    unknown_outcome_.reset();
+    unsettled_.reset();
     conflict_.reset();
     ShowGenerated(generated);
     return E_Succeed;
   } catch (...) {
-    return Refuse(target ? &*target : nullptr, changes, stage);
+    return Refuse(target ? &*target : nullptr, changes, stage, std::move(written));
   }
 }
 
@@ -212,11 +212,17 @@ void TableWriterEngine::CheckValues(const Target& target,
 // The transaction has ended (rolled back, or its commit failed): what the user
 // is told, and what the writer keeps for the next save.
 Enum_EditRecord TableWriterEngine::Refuse(const Target* target,
-                                          const std::vector<RowChange>& changes, SaveStage stage) {
+                                          const std::vector<RowChange>& changes, SaveStage stage,
+                                          std::vector<RowChange> written) {
   const RecordsetState& rs = RecordsetAccess::State(recordset_);
   const SaveFailure failure = DescribeSaveFailure(rs, stage);
-  if (!failure.outcome_unknown) {
-    unknown_outcome_.reset();  // rolled back: nothing of it was written
+  if (failure.outcome_unknown) {
+    if (!unsettled_) {
+      unsettled_.emplace();
+    }
+    unsettled_->maybe = std::move(written);
+  } else if (unsettled_ && unsettled_->known.empty()) {
+    unsettled_.reset();  // rolled back: nothing of the edit is in the database
   }
   std::string text = failure.text;
   if (failure.conflict && target != nullptr) {
