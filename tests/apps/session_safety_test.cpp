@@ -20,6 +20,15 @@ struct SessionCase {
   const char* value;
 };
 
+// A value of 16,000 words: set reads it in one pass.
+std::string ManyWords() {
+  std::string words;
+  for (int i = 0; i < 16000; ++i) {
+    words += " w";
+  }
+  return words;
+}
+
 const SessionCase kCases[] = {
     {"emptied currency sign does not end the session",
      {"{go}", "set Note my note", "set Currency", "show", "set Currency €", "next"},
@@ -57,6 +66,13 @@ const SessionCase kCases[] = {
       "Criteria for Quantity (a number): 12 | >=10 AND <20 | <>3 | NOT 5 | null | notnull",
       "Criteria for Order date (a date): 2024-06-01", "Criteria for Paid (a yes/no): yes | no",
       "300 rows found."},
+     {},
+     1,
+     "",
+     ""},
+    {"a very long value is refused by the field, not by the console",
+     {"{go}", "set Note" + ManyWords()},
+     {"Note takes text of up to 80 characters, or nothing to empty it."},
      {},
      1,
      "",
