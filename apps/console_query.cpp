@@ -63,9 +63,9 @@ void Console::Run(const std::string&) {
     Fail(Tr(Text::NoQueryMode));
     return;
   }
-  const int shown = ui_.Shown();
+  const int refusals = ui_.Refusals();
   const bool failed = rs_.ExecuteQuery();
-  if (failed || ui_.Shown() != shown) {
+  if (failed || ui_.Refusals() != refusals) {
     if (rs_.EditStatus() != E_Query) {
       rs_.RefineQuery();  // back to the criteria just run
     }
