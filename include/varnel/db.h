@@ -65,6 +65,9 @@ class Connection {
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
 
+  /// Opens the database ConnectionString names. "Provider=SQLite;Data Source=<file>" opens an
+  /// existing file; add "Create=True" to make a new, empty database when the file is missing
+  /// (without it a missing file fails, saying so). Raises VbError when the database cannot open.
   void Open(const std::string& ConnectionString, const std::string& UserID = "",
             const std::string& Password = "", int32_t Options = -1);
   void Close();

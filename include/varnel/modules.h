@@ -20,14 +20,18 @@ class ClsRecordset;
 namespace MdlQuery {
 // The SQL predicate for Field's QueryValue; "" when the field adds no condition.
 Variant QueryCondition(ClsFields& Field);
-std::string QueryOther(ClsFields& Field);    // F_Other
+/// F_Other: "[Name]='" QueryValue "'" with the query text as typed, neither trimmed nor quoted.
+/// The text is raw SQL by design, a feature for trusted screens (an administrator's filter);
+/// never give F_Other to a field whose query text comes from an untrusted user.
+std::string QueryOther(ClsFields& Field);
 std::string QueryBoolean(ClsFields& Field);  // F_Boolean, F_Locked
 // Each returns the predicate text, or Empty when the field adds no condition.
 Variant QueryDate(ClsFields& Field);
 Variant QueryNumber(ClsFields& Field);
 Variant QueryCurrency(ClsFields& Field);
 Variant QueryText(ClsFields& Field);
-// Text for use inside '...': trimmed, every ' doubled.
+/// Text for use inside '...': trimmed, every ' doubled (the library's one quoting of text,
+/// which every session it opens reads with backslashes as ordinary characters).
 std::string QuoteText(const Variant& Value);
 }  // namespace MdlQuery
 

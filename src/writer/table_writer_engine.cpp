@@ -157,6 +157,7 @@ Enum_EditRecord TableWriterEngine::Write(const std::string& table,
     Target target{ConnectionOf(connection), nullptr, {}};
     target.catalog = &CatalogOf(target.connection);
     target.layout = LayoutOf(name, KeyColumns(name, target.connection));
+    MarkDayOnlyColumns(target.layout, *target.catalog);
     std::vector<GeneratedValue> generated;
     {
       TransactionScope transaction(*target.connection);

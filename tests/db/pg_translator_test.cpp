@@ -7,7 +7,7 @@
 #include <cctype>
 #include <vector>
 
-#include "db/postgres/sql_scanner.h"
+#include "db/sql_scanner.h"
 
 namespace varnel::testing {
 namespace {
@@ -63,6 +63,7 @@ TEST(PostgresTranslation, RewritesNamesLikeAndBooleanComparisonsOutsideQuotedTex
       {"[Order Date] is null", "\"Order Date\" is null"},
       {"[a\"b]", "\"a\"\"b\""},
       {"[x]]y]", "\"x]y\""},
+      {"[Name]='a\\' or [Id]=1", "\"Name\"='a\\' or \"id\"=1"},
       {"([Name] LIKE '%smith%')", "(\"Name\" ILIKE '%smith%' ESCAPE '')"},
       {"([Name] NOT  LIKE '%smith%')", "(\"Name\" NOT  ILIKE '%smith%' ESCAPE '')"},
       {"[Name] like 'a' escape '!'", "\"Name\" ilike 'a' escape '!'"},

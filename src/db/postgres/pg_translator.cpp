@@ -2,7 +2,8 @@
 
 #include <vector>
 
-#include "db/postgres/sql_scanner.h"
+#include "db/sql_quote.h"
+#include "db/sql_scanner.h"
 
 namespace varnel::db::internal {
 namespace {
@@ -123,17 +124,7 @@ size_t WriteLike(const Tokens& tokens, size_t at, std::string& out) {
 
 }  // namespace
 
-std::string QuotePgName(std::string_view name) {
-  std::string quoted = "\"";
-  for (char c : name) {
-    quoted += c;
-    if (c == '"') {
-      quoted += '"';
-    }
-  }
-  quoted += '"';
-  return quoted;
-}
+std::string QuotePgName(std::string_view name) { return QuoteNameWith(name, '"'); }
 
 std::string TranslateForPostgres(std::string_view sql, NameLookup& names) {
   const Tokens tokens = ScanSql(sql);
@@ -142,7 +133,7 @@ std::string TranslateForPostgres(std::string_view sql, NameLookup& names) {
   for (size_t i = 0; i < tokens.size(); ++i) {
     const SqlToken& token = tokens[i];
     if (token.kind == SqlTokenKind::kBracketName) {
-      const std::string name = BracketedName(token.text);
+      const std::string name = UnquoteName(token.text);
       if (const CatalogName* found = names.Find(name)) {
         out += QuotePgName(found->name);
         out += CastFor(*found, tokens, i + 1);

@@ -1,4 +1,4 @@
-#include "db/postgres/sql_scanner.h"
+#include "db/sql_scanner.h"
 
 #include <cstring>
 
@@ -30,7 +30,7 @@ bool IsClauseWord(std::string_view word) {
 
 class Scanner {
  public:
-  explicit Scanner(std::string_view sql) : sql_(sql) {}
+  Scanner(std::string_view sql, SqlLexicon lexicon) : sql_(sql), lexicon_(lexicon) {}
 
   std::vector<SqlToken> Run() {
     std::vector<SqlToken> tokens;
@@ -59,11 +59,11 @@ class Scanner {
     if (c == '\'') {
       return Quoted('\'', false);
     }
-    if (c == '"') {
-      Quoted('"', false);
+    if (c == '"' || (c == '`' && lexicon_ == SqlLexicon::kSqlite)) {
+      Quoted(c, false);
       return SqlTokenKind::kQuotedName;
     }
-    if (c == '$' && DollarQuote()) {
+    if (c == '$' && lexicon_ == SqlLexicon::kPostgres && DollarQuote()) {
       return SqlTokenKind::kText;
     }
     if (IsNameStart(c)) {
@@ -79,7 +79,9 @@ class Scanner {
       case ';':
         return SqlTokenKind::kSemicolon;
       case '[':
-        return OpensSubscript(before) ? SqlTokenKind::kPunctuation : BracketName();
+        return lexicon_ == SqlLexicon::kPostgres && OpensSubscript(before)
+                   ? SqlTokenKind::kPunctuation
+                   : BracketName();
       default:
         break;
     }
@@ -103,7 +105,7 @@ class Scanner {
     at_ += 2;
     int depth = 1;
     while (at_ < sql_.size() && depth > 0) {
-      if (Peek() == '/' && Peek(1) == '*') {
+      if (Peek() == '/' && Peek(1) == '*' && lexicon_ == SqlLexicon::kPostgres) {
         ++depth;
         at_ += 2;
       } else if (Peek() == '*' && Peek(1) == '/') {
@@ -160,7 +162,8 @@ class Scanner {
     while (IsNameChar(Peek())) {
       ++at_;
     }
-    if (at_ - start == 1 && (sql_[start] == 'E' || sql_[start] == 'e') && Peek() == '\'') {
+    if (at_ - start == 1 && (sql_[start] == 'E' || sql_[start] == 'e') && Peek() == '\'' &&
+        lexicon_ == SqlLexicon::kPostgres) {
       return Quoted('\'', true);
     }
     return SqlTokenKind::kWord;
@@ -217,26 +220,14 @@ class Scanner {
   }
 
   std::string_view sql_;
+  SqlLexicon lexicon_;
   size_t at_ = 0;
 };
 
 }  // namespace
 
-std::vector<SqlToken> ScanSql(std::string_view sql) { return Scanner(sql).Run(); }
-
-std::string BracketedName(std::string_view token) {
-  std::string_view inner = token.substr(1);
-  if (!inner.empty() && inner.back() == ']') {
-    inner.remove_suffix(1);
-  }
-  std::string name;
-  for (size_t i = 0; i < inner.size(); ++i) {
-    name += inner[i];
-    if (inner[i] == ']' && i + 1 < inner.size() && inner[i + 1] == ']') {
-      ++i;
-    }
-  }
-  return name;
+std::vector<SqlToken> ScanSql(std::string_view sql, SqlLexicon lexicon) {
+  return Scanner(sql, lexicon).Run();
 }
 
 bool IsKeyword(std::string_view word, std::string_view keyword) {
