@@ -36,8 +36,9 @@ class Scanner {
     std::vector<SqlToken> tokens;
     while (at_ < sql_.size()) {
       const size_t start = at_;
+      unterminated_ = false;
       const SqlTokenKind kind = Next(tokens);
-      tokens.push_back({kind, sql_.substr(start, at_ - start)});
+      tokens.push_back({kind, sql_.substr(start, at_ - start), !unterminated_});
     }
     return tokens;
   }
@@ -122,6 +123,7 @@ class Scanner {
   // inside, and with Backslashes a backslash keeps the next character inside.
   SqlTokenKind Quoted(char quote, bool backslashes) {
     ++at_;
+    unterminated_ = true;
     while (at_ < sql_.size()) {
       const char c = Peek();
       if (backslashes && c == '\\') {
@@ -130,6 +132,7 @@ class Scanner {
         at_ += 2;
       } else if (c == quote) {
         ++at_;
+        unterminated_ = false;
         break;
       } else {
         ++at_;
@@ -153,7 +156,8 @@ class Scanner {
     }
     const std::string_view tag = sql_.substr(at_, end + 1 - at_);
     const size_t close = sql_.find(tag, end + 1);
-    at_ = close == std::string_view::npos ? sql_.size() : close + tag.size();
+    unterminated_ = close == std::string_view::npos;
+    at_ = unterminated_ ? sql_.size() : close + tag.size();
     return true;
   }
 
@@ -222,6 +226,7 @@ class Scanner {
   std::string_view sql_;
   SqlLexicon lexicon_;
   size_t at_ = 0;
+  bool unterminated_ = false;  // the last quote read runs to the end of the text
 };
 
 }  // namespace

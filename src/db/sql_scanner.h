@@ -39,6 +39,7 @@ enum class SqlTokenKind {
 struct SqlToken {
   SqlTokenKind kind;
   std::string_view text;  // a view into the scanned SQL
+  bool closed = true;     // false for quoted text or a name whose quote runs to the end
 };
 
 // The tokens of Sql, in order; their texts put together give Sql back.

@@ -68,6 +68,8 @@ TEST(PostgresTranslation, RewritesNamesLikeAndBooleanComparisonsOutsideQuotedTex
       {"([Name] NOT  LIKE '%smith%')", "(\"Name\" NOT  ILIKE '%smith%' ESCAPE '')"},
       {"[Name] like 'a' escape '!'", "\"Name\" ilike 'a' escape '!'"},
       {"[Name] LIKE ?", "\"Name\" ILIKE ? ESCAPE ''"},
+      {"[Name] LIKE 'open", "\"Name\" ILIKE 'open"},
+      {"[Name] LIKE $q$open", "\"Name\" ILIKE $q$open"},
       {"[Qty] LIKE '%1%'", "\"qty\"::text ILIKE '%1%' ESCAPE ''"},
       {"[Qty] NOT LIKE '%1%'", "\"qty\"::text NOT ILIKE '%1%' ESCAPE ''"},
       {"[Paid]=0", "\"paid\"::int=0"},

@@ -109,8 +109,9 @@ size_t WriteLike(const Tokens& tokens, size_t at, std::string& out) {
   const std::string_view like = tokens[at].text;
   out += like == "like" ? "ilike" : "ILIKE";
   const size_t pattern = Significant(tokens, at + 1);
-  if (pattern >= tokens.size() || (tokens[pattern].kind != SqlTokenKind::kText &&
-                                   tokens[pattern].kind != SqlTokenKind::kPlaceholder)) {
+  if (pattern >= tokens.size() || !tokens[pattern].closed ||
+      (tokens[pattern].kind != SqlTokenKind::kText &&
+       tokens[pattern].kind != SqlTokenKind::kPlaceholder)) {
     return at;
   }
   for (size_t i = at + 1; i <= pattern; ++i) {
