@@ -69,6 +69,7 @@ TEST(PostgresTranslation, RewritesNamesLikeAndBooleanComparisonsOutsideQuotedTex
       {"[Name] like 'a' escape '!'", "\"Name\" ilike 'a' escape '!'"},
       {"[Name] LIKE ?", "\"Name\" ILIKE ? ESCAPE ''"},
       {"[Name] LIKE 'open", "\"Name\" ILIKE 'open"},
+      {"[Name] LIKE?'x'", "\"Name\" ILIKE? ESCAPE '' 'x'"},
       {"[Name] LIKE $q$open", "\"Name\" ILIKE $q$open"},
       {"[Qty] LIKE '%1%'", "\"qty\"::text ILIKE '%1%' ESCAPE ''"},
       {"[Qty] NOT LIKE '%1%'", "\"qty\"::text NOT ILIKE '%1%' ESCAPE ''"},

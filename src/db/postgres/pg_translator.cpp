@@ -119,6 +119,9 @@ size_t WriteLike(const Tokens& tokens, size_t at, std::string& out) {
   }
   if (!IsWord(tokens, Significant(tokens, pattern + 1), "ESCAPE")) {
     out += " ESCAPE ''";
+    if (pattern + 1 < tokens.size() && tokens[pattern + 1].text.starts_with('\'')) {
+      out += ' ';  // text right after would continue the '' literal
+    }
   }
   return pattern;
 }
