@@ -142,11 +142,9 @@ void ReadSortSettings(ClsRecordset& rs, const db::Fields& row) {
 
 void ReadViewSettings(ClsRecordset& rs, const db::Recordset& source) {
   const db::Fields row = source.Fields();
-  // The database object of the view's data becomes the table the recordset loads.
-  const Variant object = row.Item("FieldObject").Value();
-  if (!object.IsNull()) {
-    rs.TableName = CStr(object);
-  }
+  // The database object of the view's data becomes the table the recordset
+  // loads. A Null one is error 94 and ends the reading before any field is added.
+  rs.TableName = CStr(row.Item("FieldObject").Value());
   ReadSortSettings(rs, row);
 }
 

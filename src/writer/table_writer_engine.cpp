@@ -6,6 +6,7 @@
 
 #include "db/driver.h"
 #include "messages/error_trap.h"
+#include "editing/pending_edit.h"
 #include "recordset/recordset_state.h"
 #include "varnel/messages.h"
 #include "writer/writer_texts.h"
@@ -124,24 +125,24 @@ std::vector<std::string> TableWriterEngine::KeyColumns(
 
 WriteLayout TableWriterEngine::LayoutOf(const std::string& table,
                                         const std::vector<std::string>& keys) const {
-  const RecordsetState& rs = RecordsetAccess::State(recordset_);
+  const std::vector<std::shared_ptr<ClsFields>>& fields = PendingEdit(recordset_).Fields();
   WriteLayout layout;
   layout.table = table;
-  for (size_t i = 0; i < rs.fields.size(); ++i) {
-    const ClsFields& field = *rs.fields[i];
+  for (size_t i = 0; i < fields.size(); ++i) {
+    const ClsFields& field = *fields[i];
     if (field.IsData && field.SaveToDB) {
       layout.written.push_back({i, field.Name, DatePrecisionOf(field)});
     }
   }
   for (const std::string& key : keys) {
     size_t i = 0;
-    while (i < rs.fields.size() && !(rs.fields[i]->IsData && SameName(rs.fields[i]->Name, key))) {
+    while (i < fields.size() && !(fields[i]->IsData && SameName(fields[i]->Name, key))) {
       ++i;
     }
-    if (i == rs.fields.size()) {
+    if (i == fields.size()) {
       throw VbError(kItemNotFoundError, WriterMessage(WriterText::KeyNotField, key));
     }
-    layout.keys.push_back({i, rs.fields[i]->Name, DatePrecisionOf(*rs.fields[i])});
+    layout.keys.push_back({i, fields[i]->Name, DatePrecisionOf(*fields[i])});
   }
   return layout;
 }
@@ -158,17 +159,18 @@ TableWriterEngine::Target TableWriterEngine::TargetOf(
 Enum_EditRecord TableWriterEngine::Write(const std::string& table,
                                          const std::shared_ptr<db::Connection>& connection) {
   last_statements_.clear();
-  std::vector<RowChange> changes = PendingChanges(RecordsetAccess::State(recordset_));
+  std::vector<RowChange> changes = PendingChanges(PendingEdit(recordset_));
   if (changes.empty() || mode_ == Mode::kTakeTheirs) {
     return E_Succeed;
   }
   std::optional<Target> target;
   SaveStage stage = SaveStage::kWriting;
+  std::vector<RowChange> written;
   try {
     target = TargetOf(table, connection);
     CheckValues(*target, changes);
     std::vector<GeneratedValue> generated;
-    if (unknown_outcome_) {
+    if (unsettled_) {
       changes = SettleUnknownOutcome(*target, changes, generated);
     }
     if (mode_ == Mode::kKeepMine) {
@@ -176,30 +178,32 @@ Enum_EditRecord TableWriterEngine::Write(const std::string& table,
     }
     {
       TransactionScope transaction(*target->connection);
-      std::vector<RowChange> written = WriteChanges(*target, changes, generated);
+      written = WriteChanges(*target, changes, generated);
       stage = SaveStage::kCommitting;
-      unknown_outcome_ = std::move(written);  // until the commit is known to be done
       transaction.Commit();
     }
-    unknown_outcome_.reset();
+    unsettled_.reset();
     conflict_.reset();
     ShowGenerated(generated);
     return E_Succeed;
   } catch (...) {
-    return Refuse(target ? &*target : nullptr, changes, stage);
+    return Refuse(target ? &*target : nullptr, changes, stage, std::move(written));
   }
 }
 
-// Refuses what the database cannot store, before anything is written.
+// Refuses what the database cannot store, before anything is written: text
+// with a NUL would be cut short where the database's text cannot hold one.
 void TableWriterEngine::CheckValues(const Target& target,
                                     const std::vector<RowChange>& changes) const {
+  if (target.connection->Driver().TextHoldsNul()) {
+    return;
+  }
   const RecordsetState& rs = RecordsetAccess::State(recordset_);
-  const bool holds_nul = target.connection->Driver().TextHoldsNul();
   for (const RowChange& change : changes) {
+    if (change.kind == ChangeKind::Delete) {
+      continue;
+    }
     for (const ColumnRef& column : target.layout.written) {
-      if (change.kind == ChangeKind::Delete || holds_nul) {
-        break;
-      }
       const Variant& value = change.after[column.field];
       if (value.IsString() && value.ToString().find('\0') != std::string::npos) {
         throw VbError(kInvalidUseOfNull,
@@ -212,11 +216,17 @@ void TableWriterEngine::CheckValues(const Target& target,
 // The transaction has ended (rolled back, or its commit failed): what the user
 // is told, and what the writer keeps for the next save.
 Enum_EditRecord TableWriterEngine::Refuse(const Target* target,
-                                          const std::vector<RowChange>& changes, SaveStage stage) {
+                                          const std::vector<RowChange>& changes, SaveStage stage,
+                                          std::vector<RowChange> written) {
   const RecordsetState& rs = RecordsetAccess::State(recordset_);
   const SaveFailure failure = DescribeSaveFailure(rs, stage);
-  if (!failure.outcome_unknown) {
-    unknown_outcome_.reset();  // rolled back: nothing of it was written
+  if (failure.outcome_unknown) {
+    if (!unsettled_) {
+      unsettled_.emplace();
+    }
+    unsettled_->maybe = std::move(written);
+  } else if (unsettled_ && unsettled_->known.empty()) {
+    unsettled_.reset();  // rolled back: nothing of the edit is in the database
   }
   std::string text = failure.text;
   if (failure.conflict && target != nullptr) {
@@ -303,10 +313,10 @@ RowChange TableWriterEngine::RunInsert(const Target& target, const RowChange& ch
 
 // After the commit: the screen shows the keys the database chose at once.
 void TableWriterEngine::ShowGenerated(const std::vector<GeneratedValue>& generated) {
-  const RecordsetState& rs = RecordsetAccess::State(recordset_);
+  const std::vector<std::shared_ptr<ClsFields>>& fields = PendingEdit(recordset_).Fields();
   for (const GeneratedValue& value : generated) {
-    if (value.field < rs.fields.size()) {
-      rs.fields[value.field]->SetValue(value.value, value.row);
+    if (value.field < fields.size()) {
+      fields[value.field]->SetValue(value.value, value.row);
     }
   }
 }
