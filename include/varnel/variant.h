@@ -90,8 +90,8 @@ class Variant {
   /// as near to int32_t and double as to int64_t).
   Variant(int64_t Value) noexcept;
   Variant(double Value) noexcept;
-  /// A Decimal; a Scale above 28 or a magnitude of 2^96 and more is not a Decimal
-  /// (REQUIRES Scale <= 28).
+  /// A Decimal, kept bit for bit (REQUIRES Value.Scale <= 28). A negative
+  /// zero is stored as zero.
   Variant(Decimal Value) noexcept;
   Variant(Currency Value) noexcept;
   Variant(Date Value) noexcept;

@@ -93,6 +93,9 @@ TEST(QueryNumber, NumbersPercentsAndCurrencyAmountsAreWrittenPlain) {
   ExpectSql({
       {F_Numeral, N_Float, "1,000", "([F]=1000)"},
       {F_Numeral, N_Float, "1E+16", "([F]=1E+16)"},
+      {F_Numeral, N_Integer, "1234567890123456", "([F]=1234567890123456)"},
+      {F_Numeral, N_Float, "<-9,007,199,254,740,993", "([F]<-9007199254740993)"},
+      {F_Numeral, N_Float, "1234567890.12345678910", "([F]=1234567890.1234567891)"},
       {F_Numeral, N_Percent, "50%", "([F]=0.5)"},
       {F_Numeral, N_Percent, ">=12.5 %", "([F]>=0.125)"},
       {F_Numeral, N_Percent, "0.5", "([F]=0.5)"},
