@@ -66,12 +66,14 @@ void RestoreSnapshot(RecordsetState& rs) {
   const int32_t row = rs.saved_row;
   if (rs.saved_values && row >= 1 && row <= rs.Rows()) {
     WriteKeptRow(rs, row, *rs.saved_values);
+    rs.row_observers.Notify(&RowObserver::RowChanged, row);
   }
   EraseSavedValues(rs);
 }
 
 void RemoveRowKeepingIt(RecordsetState& rs, int32_t row) {
   RowSnapshot kept = KeepRow(rs, row);
+  const RowsRemoveNotice notice(rs.row_observers, row, 1);
   EraseRow(rs, row);
   if (rs.current_row > rs.Rows()) {
     rs.current_row = rs.Rows();
@@ -87,6 +89,7 @@ int32_t PutDeletedRowBack(RecordsetState& rs) {
     RaiseError(9);  // nothing kept: the caller must not report the row as restored
   }
   const int32_t row = std::clamp(rs.deleted_row, 1, rs.Rows() + 1);
+  const RowsInsertNotice notice(rs.row_observers, row, 1);
   InsertRow(rs, row);
   WriteKeptRow(rs, row, *rs.deleted_values);
   EraseDeletedValues(rs);
@@ -95,6 +98,7 @@ int32_t PutDeletedRowBack(RecordsetState& rs) {
 
 int32_t AppendRow(RecordsetState& rs) {
   const int32_t row = rs.Rows() + 1;
+  const RowsInsertNotice notice(rs.row_observers, row, 1);
   InsertRow(rs, row);
   rs.edit_marks[row] = 1;
   return row;
@@ -104,6 +108,7 @@ void DropLastRow(RecordsetState& rs) {
   if (rs.Rows() < 1) {
     return;
   }
+  const RowsRemoveNotice notice(rs.row_observers, rs.Rows(), 1);
   EraseRow(rs, rs.Rows());
   if (rs.current_row > rs.Rows()) {
     rs.current_row = rs.Rows();

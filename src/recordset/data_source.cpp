@@ -65,6 +65,7 @@ class CriteriaRestore {
 // The client's own connection and recordset stay as they are.
 void MarkNothingLoaded(RecordsetState& rs) {
   MoveStatus(rs, EditOp::kOpenNothing);
+  const RowsResetNotice notice(rs.row_observers);
   ResizeRows(rs, 0);
 }
 
@@ -122,6 +123,26 @@ void ReportLoadError(RecordsetState& rs, LoadKind kind) {
                          rs.self.SysErrState);
 }
 
+// While the copy computes the non-data fields, the fields must read rows, not
+// query criteria: a load from query mode reads as E_Default meanwhile. The
+// status itself moves (with its event) only once the load went through, so
+// that a load that fails leaves it as it was.
+class ReadingRows {
+ public:
+  explicit ReadingRows(RecordsetState& rs) : rs_(rs), status_(rs.edit_status) {
+    if (status_ == E_Query) {
+      rs_.edit_status = E_Default;
+    }
+  }
+  ~ReadingRows() { rs_.edit_status = status_; }
+  ReadingRows(const ReadingRows&) = delete;
+  ReadingRows& operator=(const ReadingRows&) = delete;
+
+ private:
+  RecordsetState& rs_;
+  Enum_EditStatus status_;
+};
+
 enum class LoadResult { kLoaded, kNothingToOpen, kFailed };
 
 // Opens and copies the rows into fresh storage; the rows they replace are put
@@ -130,17 +151,20 @@ enum class LoadResult { kLoaded, kNothingToOpen, kFailed };
 LoadResult OpenAndLoad(RecordsetState& rs, LoadKind kind, std::vector<std::string>& missing) {
   SourceGuard source(rs.self);
   RowStorage replaced;
-  bool swapped = false;
+  std::optional<RowsResetNotice> notice;  // ends once the rows are in, or back
   try {
     if (!OpenSource(rs)) {
       return LoadResult::kNothingToOpen;
     }
+    notice.emplace(rs.row_observers);
     SwapRows(rs, replaced);
-    swapped = true;
+    const ReadingRows reading(rs);
     missing = LoadRows(rs);
+    notice.reset();
   } catch (...) {
-    if (swapped) {
+    if (notice) {
       SwapRows(rs, replaced);
+      notice.reset();
     }
     ReportLoadError(rs, kind);
     source.Restore();
@@ -231,6 +255,7 @@ void CloseSource(RecordsetState& rs) {
     text->clear();
   }
   self.OrderByAscending1 = self.OrderByAscending2 = self.OrderByAscending3 = Ascending;
+  const RowsResetNotice notice(rs.row_observers);
   rs.select_marks.clear();
   rs.edit_marks.clear();
   rs.saved_query_values.reset();

@@ -6,6 +6,8 @@
 
 #include "db/driver.h"
 #include "messages/error_trap.h"
+#include "editing/pending_edit.h"
+#include "varnel/messages.h"
 #include "writer/writer_texts.h"
 
 namespace varnel::internal {
@@ -122,72 +124,134 @@ std::vector<std::string> TableWriterEngine::KeyColumns(
 
 WriteLayout TableWriterEngine::LayoutOf(const std::string& table,
                                         const std::vector<std::string>& keys) const {
-  const std::vector<std::shared_ptr<ClsFields>>& fields = PendingEdit(recordset_).Fields();
+  const PendingEdit rs(recordset_);
   WriteLayout layout;
   layout.table = table;
-  for (size_t i = 0; i < fields.size(); ++i) {
-    const ClsFields& field = *fields[i];
+  for (size_t i = 0; i < rs.Fields().size(); ++i) {
+    const ClsFields& field = *rs.Fields()[i];
     if (field.IsData && field.SaveToDB) {
       layout.written.push_back({i, field.Name, DatePrecisionOf(field)});
     }
   }
   for (const std::string& key : keys) {
     size_t i = 0;
-    while (i < fields.size() && !(fields[i]->IsData && SameName(fields[i]->Name, key))) {
+    while (i < rs.Fields().size() && !(rs.Fields()[i]->IsData && SameName(rs.Fields()[i]->Name, key))) {
       ++i;
     }
-    if (i == fields.size()) {
+    if (i == rs.Fields().size()) {
       throw VbError(kItemNotFoundError, WriterMessage(WriterText::KeyNotField, key));
     }
-    layout.keys.push_back({i, fields[i]->Name, DatePrecisionOf(*fields[i])});
+    layout.keys.push_back({i, rs.Fields()[i]->Name, DatePrecisionOf(*rs.Fields()[i])});
   }
   return layout;
+}
+
+TableWriterEngine::Target TableWriterEngine::TargetOf(
+    const std::string& table, const std::shared_ptr<db::Connection>& connection) {
+  const std::string name = TableOf(table);
+  Target target{ConnectionOf(connection), nullptr, {}};
+  target.catalog = &CatalogOf(target.connection);
+  target.layout = LayoutOf(name, KeyColumns(name, target.connection));
+  return target;
 }
 
 Enum_EditRecord TableWriterEngine::Write(const std::string& table,
                                          const std::shared_ptr<db::Connection>& connection) {
   last_statements_.clear();
-  const std::vector<RowChange> changes = PendingChanges(PendingEdit(recordset_));
-  if (changes.empty()) {
+  std::vector<RowChange> changes = PendingChanges(PendingEdit(recordset_));
+  if (changes.empty() || mode_ == Mode::kTakeTheirs) {
     return E_Succeed;
   }
+  std::optional<Target> target;
+  SaveStage stage = SaveStage::kWriting;
   try {
-    const std::string name = TableOf(table);
-    Target target{ConnectionOf(connection), nullptr, {}};
-    target.catalog = &CatalogOf(target.connection);
-    target.layout = LayoutOf(name, KeyColumns(name, target.connection));
+    target = TargetOf(table, connection);
+    CheckValues(*target, changes);
     std::vector<GeneratedValue> generated;
+    if (unknown_outcome_) {
+      changes = SettleUnknownOutcome(*target, changes, generated);
+    }
+    if (mode_ == Mode::kKeepMine) {
+      changes = OverTheirs(*target, changes);
+    }
     {
-      TransactionScope transaction(*target.connection);
-      WriteChanges(target, changes, generated);
+      TransactionScope transaction(*target->connection);
+      std::vector<RowChange> written = WriteChanges(*target, changes, generated);
+      stage = SaveStage::kCommitting;
+      unknown_outcome_ = std::move(written);  // until the commit is known to be done
       transaction.Commit();
     }
+    unknown_outcome_.reset();
+    conflict_.reset();
     ShowGenerated(generated);
     return E_Succeed;
   } catch (...) {
-    ReportCurrentException(recordset_.SysErrState);
-    return E_OtherErr;
+    return Refuse(target ? &*target : nullptr, changes, stage);
   }
 }
 
-void TableWriterEngine::WriteChanges(const Target& target, const std::vector<RowChange>& changes,
-                                     std::vector<GeneratedValue>& generated) {
+// Refuses what the database cannot store, before anything is written.
+void TableWriterEngine::CheckValues(const Target& target,
+                                    const std::vector<RowChange>& changes) const {
+  const PendingEdit rs(recordset_);
+  const bool holds_nul = target.connection->Driver().TextHoldsNul();
+  for (const RowChange& change : changes) {
+    for (const ColumnRef& column : target.layout.written) {
+      if (change.kind == ChangeKind::Delete || holds_nul) {
+        break;
+      }
+      const Variant& value = change.after[column.field];
+      if (value.IsString() && value.ToString().find('\0') != std::string::npos) {
+        throw VbError(kInvalidUseOfNull,
+                      WriterMessage(WriterText::TextNul, FieldLabel(rs, column.name)));
+      }
+    }
+  }
+}
+
+// The transaction has ended (rolled back, or its commit failed): what the user
+// is told, and what the writer keeps for the next save.
+Enum_EditRecord TableWriterEngine::Refuse(const Target* target,
+                                          const std::vector<RowChange>& changes, SaveStage stage) {
+  const PendingEdit rs(recordset_);
+  const SaveFailure failure = DescribeSaveFailure(rs, stage);
+  if (!failure.outcome_unknown) {
+    unknown_outcome_.reset();  // rolled back: nothing of it was written
+  }
+  std::string text = failure.text;
+  if (failure.conflict && target != nullptr) {
+    NoteConflict(*target, changes);
+    if (conflict_ && conflict_->shown.RowDeleted) {
+      text = WriterMessage(WriterText::RowDeleted);
+    }
+  }
+  MdlProcess::ShowErr(LoadResString(101), failure.number, text, recordset_.SysErrState);
+  return E_Defeat;
+}
+
+std::vector<RowChange> TableWriterEngine::WriteChanges(const Target& target,
+                                                       const std::vector<RowChange>& changes,
+                                                       std::vector<GeneratedValue>& generated) {
+  std::vector<RowChange> written;
   for (const RowChange& change : changes) {
     switch (change.kind) {
       case ChangeKind::Insert:
-        RunInsert(target, change, generated);
+        written.push_back(RunInsert(target, change, generated));
         break;
       case ChangeKind::Update:
         if (auto statement =
                 UpdateStatement(target.layout, *target.catalog, change.before, change.after)) {
           RunIdentified(target, *statement);
         }
+        written.push_back(change);
         break;
       case ChangeKind::Delete:
         RunIdentified(target, DeleteStatement(target.layout, *target.catalog, change.before));
+        written.push_back(change);
         break;
     }
   }
+  return written;
 }
 
 // An UPDATE or DELETE must find exactly the one row it was built from.
@@ -195,7 +259,7 @@ void TableWriterEngine::RunIdentified(const Target& target, const Statement& sta
   last_statements_.push_back(statement.sql);
   const int32_t affected = target.connection->Execute(statement.sql, statement.params);
   if (affected == 0) {
-    throw VbError(kRowNotLocatedError, WriterMessage(WriterText::RowChanged));
+    throw RowConflictError();
   }
   if (affected > 1) {
     throw VbError(kRowNotLocatedError,
@@ -203,8 +267,11 @@ void TableWriterEngine::RunIdentified(const Target& target, const Statement& sta
   }
 }
 
-void TableWriterEngine::RunInsert(const Target& target, const RowChange& change,
-                                  std::vector<GeneratedValue>& generated) {
+// A key left blank must be filled by the database; one it leaves NULL (a
+// SQLite key that is not the rowid) is refused, inside the transaction, so
+// nothing is written.
+RowChange TableWriterEngine::RunInsert(const Target& target, const RowChange& change,
+                                       std::vector<GeneratedValue>& generated) {
   const Statement statement = InsertStatement(target.layout, change.after);
   last_statements_.push_back(statement.sql);
   target.connection->Execute(statement.sql, statement.params);
@@ -217,21 +284,29 @@ void TableWriterEngine::RunInsert(const Target& target, const RowChange& change,
       quoted.push_back(QuoteColumn(key.name));
     }
   }
+  RowChange written = change;
   if (blank_keys.empty()) {
-    return;
+    return written;
   }
   const auto values = target.catalog->InsertedRowKey(target.layout.table, quoted);
   for (size_t i = 0; values && i < blank_keys.size(); ++i) {
+    if ((*values)[i].IsBlank()) {
+      throw VbError(kInvalidUseOfNull, WriterMessage(WriterText::EmptyKey,
+                                                     FieldLabel(PendingEdit(recordset_),
+                                                                blank_keys[i]->name)));
+    }
     generated.push_back({change.row, blank_keys[i]->field, (*values)[i]});
+    written.after[blank_keys[i]->field] = (*values)[i];
   }
+  return written;
 }
 
 // After the commit: the screen shows the keys the database chose at once.
 void TableWriterEngine::ShowGenerated(const std::vector<GeneratedValue>& generated) {
-  const std::vector<std::shared_ptr<ClsFields>>& fields = PendingEdit(recordset_).Fields();
+  const PendingEdit rs(recordset_);
   for (const GeneratedValue& value : generated) {
-    if (value.field < fields.size()) {
-      fields[value.field]->SetValue(value.value, value.row);
+    if (value.field < rs.Fields().size()) {
+      rs.Fields()[value.field]->SetValue(value.value, value.row);
     }
   }
 }
