@@ -60,9 +60,11 @@ void DefineField(ClsRecordset& rs, const ColumnSample& column) {
       break;
     case vbInteger:
     case vbLong:
+    case vbLongLong:
       field->FieldType = F_Numeral;
       break;
     case vbDouble:
+    case vbDecimal:
     case vbCurrency:  // a currency field needs a sign column, which a bare table lacks
       field->FieldType = F_Numeral;
       field->NumType = N_Float;

@@ -59,7 +59,7 @@ class TableWriterEngine;
 
 /// One written field of a row in conflict, its three values side by side.
 struct ConflictField {
-  /// The field's Name (its column), and the DisplayName the user knows it by.
+  /// The field's Name: the column it is written to.
   std::string Name;
   /// The field's DisplayName, or its Name when it has none.
   std::string DisplayName;

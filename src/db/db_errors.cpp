@@ -29,11 +29,6 @@ std::string_view StandardDescription(int32_t number) {
 
 }  // namespace
 
-DbFailure FailureOf(const std::exception& error) {
-  const auto* db_error = dynamic_cast<const DbError*>(&error);
-  return db_error != nullptr ? db_error->kind() : DbFailure::kOther;
-}
-
 DbFailure FailureOfSqlState(std::string_view state) {
   struct Row {
     const char* state;  // a whole SQLSTATE, or a class of two characters

@@ -14,7 +14,6 @@
 #pragma once
 
 #include <cstdint>
-#include <exception>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -59,9 +58,6 @@ class DbError : public VbError {
   DbFailure kind_;
   std::string column_;
 };
-
-// The kind of the exception Error: a DbError's own, kOther for anything else.
-DbFailure FailureOf(const std::exception& error);
 
 // The kind for a PostgreSQL SQLSTATE ("23502", "08006", ...).
 DbFailure FailureOfSqlState(std::string_view sql_state);

@@ -164,11 +164,12 @@ Enum_EditRecord TableWriterEngine::Write(const std::string& table,
   }
   std::optional<Target> target;
   SaveStage stage = SaveStage::kWriting;
+  std::vector<RowChange> written;
   try {
     target = TargetOf(table, connection);
     CheckValues(*target, changes);
     std::vector<GeneratedValue> generated;
-    if (unknown_outcome_) {
+    if (unsettled_) {
       changes = SettleUnknownOutcome(*target, changes, generated);
     }
     if (mode_ == Mode::kKeepMine) {
@@ -176,30 +177,32 @@ Enum_EditRecord TableWriterEngine::Write(const std::string& table,
     }
     {
       TransactionScope transaction(*target->connection);
-      std::vector<RowChange> written = WriteChanges(*target, changes, generated);
+      written = WriteChanges(*target, changes, generated);
       stage = SaveStage::kCommitting;
-      unknown_outcome_ = std::move(written);  // until the commit is known to be done
       transaction.Commit();
     }
-    unknown_outcome_.reset();
+    unsettled_.reset();
     conflict_.reset();
     ShowGenerated(generated);
     return E_Succeed;
   } catch (...) {
-    return Refuse(target ? &*target : nullptr, changes, stage);
+    return Refuse(target ? &*target : nullptr, changes, stage, std::move(written));
   }
 }
 
-// Refuses what the database cannot store, before anything is written.
+// Refuses what the database cannot store, before anything is written: text
+// with a NUL would be cut short where the database's text cannot hold one.
 void TableWriterEngine::CheckValues(const Target& target,
                                     const std::vector<RowChange>& changes) const {
+  if (target.connection->Driver().TextHoldsNul()) {
+    return;
+  }
   const PendingEdit rs(recordset_);
-  const bool holds_nul = target.connection->Driver().TextHoldsNul();
   for (const RowChange& change : changes) {
+    if (change.kind == ChangeKind::Delete) {
+      continue;
+    }
     for (const ColumnRef& column : target.layout.written) {
-      if (change.kind == ChangeKind::Delete || holds_nul) {
-        break;
-      }
       const Variant& value = change.after[column.field];
       if (value.IsString() && value.ToString().find('\0') != std::string::npos) {
         throw VbError(kInvalidUseOfNull,
@@ -212,11 +215,17 @@ void TableWriterEngine::CheckValues(const Target& target,
 // The transaction has ended (rolled back, or its commit failed): what the user
 // is told, and what the writer keeps for the next save.
 Enum_EditRecord TableWriterEngine::Refuse(const Target* target,
-                                          const std::vector<RowChange>& changes, SaveStage stage) {
+                                          const std::vector<RowChange>& changes, SaveStage stage,
+                                          std::vector<RowChange> written) {
   const PendingEdit rs(recordset_);
   const SaveFailure failure = DescribeSaveFailure(rs, stage);
-  if (!failure.outcome_unknown) {
-    unknown_outcome_.reset();  // rolled back: nothing of it was written
+  if (failure.outcome_unknown) {
+    if (!unsettled_) {
+      unsettled_.emplace();
+    }
+    unsettled_->maybe = std::move(written);
+  } else if (unsettled_ && unsettled_->known.empty()) {
+    unsettled_.reset();  // rolled back: nothing of the edit is in the database
   }
   std::string text = failure.text;
   if (failure.conflict && target != nullptr) {

@@ -98,13 +98,15 @@ class TableWriterEngine {
                       std::vector<GeneratedValue>& generated);
   void ShowGenerated(const std::vector<GeneratedValue>& generated);
   Enum_EditRecord Refuse(const Target* target, const std::vector<RowChange>& changes,
-                         SaveStage stage);
+                         SaveStage stage, std::vector<RowChange> written);
 
   // writer_conflicts.cpp
   std::optional<std::vector<Variant>> ReadRow(const Target& target,
                                               const std::vector<Variant>& values);
   void NoteConflict(const Target& target, const std::vector<RowChange>& changes);
   std::vector<RowChange> OverTheirs(const Target& target, const std::vector<RowChange>& changes);
+  bool MatchesPending(const std::vector<RowChange>& known,
+                      const std::vector<RowChange>& changes) const;
   std::vector<RowChange> SettleUnknownOutcome(const Target& target,
                                               const std::vector<RowChange>& changes,
                                               std::vector<GeneratedValue>& generated);
@@ -119,8 +121,13 @@ class TableWriterEngine {
   std::vector<std::string> last_statements_;
   Mode mode_ = Mode::kNormal;
   std::optional<Conflict> conflict_;
-  // The changes of a save whose COMMIT had an unknown outcome, as written.
-  std::optional<std::vector<RowChange>> unknown_outcome_;
+  // What earlier saves of the pending edit left in the database after a
+  // COMMIT whose outcome was unknown. Kept until the edit is saved.
+  struct Unsettled {
+    std::vector<RowChange> known;  // in the database for certain: written over
+    std::vector<RowChange> maybe;  // committed or not: looked up by key first
+  };
+  std::optional<Unsettled> unsettled_;
 };
 
 }  // namespace varnel::internal

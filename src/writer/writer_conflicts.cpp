@@ -108,22 +108,45 @@ std::vector<RowChange> TableWriterEngine::OverTheirs(const Target& target,
   return over;
 }
 
-// The last commit's outcome was unknown: a change written then is not written
-// again; what the user changed since is written over it.
+// The changes known in the database are those of the pending edit: the same
+// rows, deleted or not alike.
+bool TableWriterEngine::MatchesPending(const std::vector<RowChange>& known,
+                                       const std::vector<RowChange>& changes) const {
+  if (known.size() != changes.size()) {
+    return false;
+  }
+  for (size_t i = 0; i < known.size(); ++i) {
+    const bool deleted = changes[i].kind == ChangeKind::Delete;
+    if (deleted != (known[i].kind == ChangeKind::Delete) ||
+        (!deleted && known[i].row != changes[i].row)) {
+      return false;
+    }
+  }
+  return true;
+}
+
+// An earlier commit's outcome was unknown: a change found written then is not
+// written again; what the user changed since is written over it.
 std::vector<RowChange> TableWriterEngine::SettleUnknownOutcome(
     const Target& target, const std::vector<RowChange>& changes,
     std::vector<GeneratedValue>& generated) {
-  const std::vector<RowChange> unknown = *std::exchange(unknown_outcome_, std::nullopt);
-  if (target.layout.keys.empty() || unknown.size() != changes.size() || unknown.empty() ||
-      !WasWritten(target, unknown[0])) {
-    return changes;  // one transaction: all of it was written, or none
+  Unsettled& unsettled = *unsettled_;
+  if (!unsettled.maybe.empty() && !target.layout.keys.empty() &&
+      WasWritten(target, unsettled.maybe[0])) {  // one transaction: all of it, or none
+    unsettled.known = unsettled.maybe;
+  }
+  unsettled.maybe.clear();
+  if (!MatchesPending(unsettled.known, changes)) {
+    unsettled_.reset();  // without a key it cannot be told; another edit is pending
+    return changes;
   }
   std::vector<RowChange> rest;
   for (size_t i = 0; i < changes.size(); ++i) {
     if (changes[i].kind == ChangeKind::Delete) {
       continue;
     }
-    RowChange change{ChangeKind::Update, changes[i].row, unknown[i].after, changes[i].after};
+    RowChange change{ChangeKind::Update, changes[i].row, unsettled.known[i].after,
+                     changes[i].after};
     for (const ColumnRef& key : target.layout.keys) {
       if (change.after[key.field].IsBlank() && !change.before[key.field].IsBlank()) {
         change.after[key.field] = change.before[key.field];
