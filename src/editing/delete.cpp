@@ -31,7 +31,6 @@ bool MustSaveFirst(RecordsetState& rs) {
 }
 
 void RemoveCurrentRow(RecordsetState& rs) {
-  BulkScope bulk;
   const int32_t row = ClampedCurrentRow(rs);
   RemoveRowKeepingIt(rs, row);
   RefreshTotals(rs, row);

@@ -37,6 +37,8 @@ std::optional<std::vector<Variant>> PendingEdit::SavedValues() const {
   return LinedUp(rs_, rs_.saved_values);
 }
 
+int32_t PendingEdit::DeletedRow() const { return rs_.deleted_row; }
+
 std::optional<std::vector<Variant>> PendingEdit::DeletedValues() const {
   return LinedUp(rs_, rs_.deleted_values);
 }

@@ -32,6 +32,8 @@ class PendingEdit {
   // current field (Empty for a field added since); nullopt when erased.
   int32_t SavedRow() const;
   std::optional<std::vector<Variant>> SavedValues() const;
+  // The row the deleted row stood at (0: none).
+  int32_t DeletedRow() const;
   // The deleted row's values, one per current field; nullopt when erased.
   std::optional<std::vector<Variant>> DeletedValues() const;
 

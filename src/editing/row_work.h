@@ -1,7 +1,8 @@
 // Whole-row steps shared by the editing operations: snapshots, putting a
 // deleted row back, dropping an inserted row, the column totals and auto-coded
 // numbers that follow, and the roll-back of a pending edit. Every step here
-// writes values silently (callers hold a BulkScope) and raises no event.
+// writes the value arrays directly, so nothing propagates and no event is
+// raised (only the row observers' notices); the bulk flag is not needed.
 #pragma once
 
 #include <cstdint>

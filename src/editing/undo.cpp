@@ -14,28 +14,19 @@ namespace {
 // The deleted row goes back where it was, field by field; when nothing was
 // kept the undo fails with a reported error instead of claiming the row back.
 void UndoDeletion(RecordsetState& rs) {
-  {
-    BulkScope bulk;
-    const int32_t row = PutDeletedRowBack(rs);
-    rs.current_row = row;
-    RefreshTotals(rs, row);
-  }
+  const int32_t row = PutDeletedRowBack(rs);
+  rs.current_row = row;
+  RefreshTotals(rs, row);
   RaiseMainFieldChange(rs);
 }
 
 void UndoInsertion(RecordsetState& rs) {
-  {
-    BulkScope bulk;
-    DropLastRow(rs);
-    RefreshTotals(rs, rs.Rows() + 1);
-  }
+  DropLastRow(rs);
+  RefreshTotals(rs, rs.Rows() + 1);
   RaiseMainFieldChange(rs);
 }
 
-void UndoModification(RecordsetState& rs) {
-  BulkScope bulk;
-  RollBackInMemory(rs, E_Modify);
-}
+void UndoModification(RecordsetState& rs) { RollBackInMemory(rs, E_Modify); }
 
 }  // namespace
 

@@ -31,10 +31,7 @@ bool MustDiscard(RecordsetState& rs, Enum_EditStatus status) {
 // Takes the edit back in memory (so that the rows again match the database)
 // and ends it.
 void TakeBack(RecordsetState& rs, Enum_EditStatus status, EditOp op) {
-  {
-    BulkScope bulk;
-    RollBackInMemory(rs, status);
-  }
+  RollBackInMemory(rs, status);
   EraseSavedValues(rs);
   EraseDeletedValues(rs);
   MoveStatus(rs, op);

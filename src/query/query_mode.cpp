@@ -106,6 +106,7 @@ namespace varnel {
 
 bool ClsRecordset::NewQuery() {
   internal::RecordsetState& rs = internal::RecordsetAccess::State(*this);
+  internal::ValidScope valid(rs);
   return internal::Trapped(SysErrState, true, [&] {
     return internal::EnterQueryMode(rs, internal::kNewQuery, internal::QueryStart::kEmptyCriteria);
   });
@@ -113,6 +114,7 @@ bool ClsRecordset::NewQuery() {
 
 bool ClsRecordset::RefineQuery() {
   internal::RecordsetState& rs = internal::RecordsetAccess::State(*this);
+  internal::ValidScope valid(rs);
   return internal::Trapped(SysErrState, true, [&] {
     return internal::EnterQueryMode(rs, internal::kRefineQuery,
                                     internal::QueryStart::kKeepCriteria);
@@ -121,11 +123,13 @@ bool ClsRecordset::RefineQuery() {
 
 bool ClsRecordset::ExecuteQuery() {
   internal::RecordsetState& rs = internal::RecordsetAccess::State(*this);
+  internal::ValidScope valid(rs);
   return internal::Trapped(SysErrState, true, [&] { return internal::RunQuery(rs); });
 }
 
 bool ClsRecordset::CancelQuery() {
   internal::RecordsetState& rs = internal::RecordsetAccess::State(*this);
+  internal::ValidScope valid(rs);
   return internal::Trapped(SysErrState, true, [&] { return internal::LeaveQueryMode(rs); });
 }
 

@@ -123,6 +123,26 @@ void ReportLoadError(RecordsetState& rs, LoadKind kind) {
                          rs.self.SysErrState);
 }
 
+// While the copy computes the non-data fields, the fields must read rows, not
+// query criteria: a load from query mode reads as E_Default meanwhile. The
+// status itself moves (with its event) only once the load went through, so
+// that a load that fails leaves it as it was.
+class ReadingRows {
+ public:
+  explicit ReadingRows(RecordsetState& rs) : rs_(rs), status_(rs.edit_status) {
+    if (status_ == E_Query) {
+      rs_.edit_status = E_Default;
+    }
+  }
+  ~ReadingRows() { rs_.edit_status = status_; }
+  ReadingRows(const ReadingRows&) = delete;
+  ReadingRows& operator=(const ReadingRows&) = delete;
+
+ private:
+  RecordsetState& rs_;
+  Enum_EditStatus status_;
+};
+
 enum class LoadResult { kLoaded, kNothingToOpen, kFailed };
 
 // Opens and copies the rows into fresh storage; the rows they replace are put
@@ -131,19 +151,20 @@ enum class LoadResult { kLoaded, kNothingToOpen, kFailed };
 LoadResult OpenAndLoad(RecordsetState& rs, LoadKind kind, std::vector<std::string>& missing) {
   SourceGuard source(rs.self);
   RowStorage replaced;
-  bool swapped = false;
-  std::optional<RowsResetNotice> reset;  // views see one reset, whatever the outcome
+  std::optional<RowsResetNotice> notice;  // ends once the rows are in, or back
   try {
     if (!OpenSource(rs)) {
       return LoadResult::kNothingToOpen;
     }
-    reset.emplace(rs.row_observers);
+    notice.emplace(rs.row_observers);
     SwapRows(rs, replaced);
-    swapped = true;
+    const ReadingRows reading(rs);
     missing = LoadRows(rs);
+    notice.reset();
   } catch (...) {
-    if (swapped) {
+    if (notice) {
       SwapRows(rs, replaced);
+      notice.reset();
     }
     ReportLoadError(rs, kind);
     source.Restore();

@@ -146,9 +146,9 @@ void AssertValid([[maybe_unused]] const RecordsetState& rs) {
     const size_t length = FieldAccess::Values(*field).size();
     assert(length == static_cast<size_t>(rows) + 1 || (rows == 0 && length <= 1));
   }
-  const size_t count = rs.fields.size();
-  assert(!rs.saved_values || rs.saved_values->size() == count + 1);
-  assert(!rs.deleted_values || rs.deleted_values->size() == count + 1);
+  for (const auto* kept : {&rs.saved_values, &rs.deleted_values}) {
+    assert(!*kept || (*kept)->values.size() == (*kept)->fields.size());
+  }
   const Enum_EditStatus status = rs.edit_status;
   if (status == E_Modify) {
     assert(rs.saved_row >= 0 && rs.saved_row <= rows);

@@ -99,7 +99,7 @@ std::optional<Enum_EditStatus> NextStatus(Enum_EditStatus from, EditOp op,
 
 // Stores the status that op leads to from the current one, raising
 // EditStatusChange when it changed (unless the move is silent). Does nothing
-// when the table has no move. REQUIRES the prelude to have run.
+// when the table has no move. The caller runs the prelude first (PlanMove).
 void MoveStatus(RecordsetState& rs, EditOp op);
 
 // Runs the kDropRemoved prelude: E_Default without EditStatusChange.

@@ -35,7 +35,7 @@ bool NamesAField(DbFailure kind) {
 }
 
 // The database's failure in plain words, then its own words for the record.
-SaveFailure DescribeDbError(const RecordsetState& rs, const DbError& error, SaveStage stage) {
+SaveFailure DescribeDbError(const PendingEdit& rs, const DbError& error, SaveStage stage) {
   DbFailure kind = error.kind();
   if (kind == DbFailure::kConnectionLost && stage == SaveStage::kCommitting) {
     kind = DbFailure::kCommitUnknown;
@@ -61,8 +61,8 @@ SaveFailure DescribeDbError(const RecordsetState& rs, const DbError& error, Save
 RowConflictError::RowConflictError()
     : VbError(kRowNotLocatedError, WriterMessage(WriterText::RowChanged)) {}
 
-std::string FieldLabel(const RecordsetState& rs, const std::string& column) {
-  for (const auto& field : rs.fields) {
+std::string FieldLabel(const PendingEdit& rs, const std::string& column) {
+  for (const auto& field : rs.Fields()) {
     if (field->IsData && strcasecmp(field->Name.c_str(), column.c_str()) == 0) {
       return field->DisplayName.empty() ? field->Name : field->DisplayName;
     }
@@ -70,7 +70,7 @@ std::string FieldLabel(const RecordsetState& rs, const std::string& column) {
   return column;
 }
 
-SaveFailure DescribeSaveFailure(const RecordsetState& rs, SaveStage stage) {
+SaveFailure DescribeSaveFailure(const PendingEdit& rs, SaveStage stage) {
   try {
     throw;
   } catch (const RowConflictError& error) {

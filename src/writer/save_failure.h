@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string>
 
-#include "recordset/recordset_state.h"
+#include "editing/pending_edit.h"
 #include "varnel/variant.h"
 
 namespace varnel::internal {
@@ -30,10 +30,10 @@ struct SaveFailure {
 };
 
 // The failure of the exception in flight (call only inside a catch block).
-SaveFailure DescribeSaveFailure(const RecordsetState& rs, SaveStage stage);
+SaveFailure DescribeSaveFailure(const PendingEdit& rs, SaveStage stage);
 
 // How the user knows the field written to Column: its DisplayName, or its
 // Name, or Column itself when no field writes it.
-std::string FieldLabel(const RecordsetState& rs, const std::string& column);
+std::string FieldLabel(const PendingEdit& rs, const std::string& column);
 
 }  // namespace varnel::internal

@@ -7,7 +7,6 @@
 #include "db/driver.h"
 #include "messages/error_trap.h"
 #include "editing/pending_edit.h"
-#include "recordset/recordset_state.h"
 #include "varnel/messages.h"
 #include "writer/writer_texts.h"
 
@@ -125,24 +124,24 @@ std::vector<std::string> TableWriterEngine::KeyColumns(
 
 WriteLayout TableWriterEngine::LayoutOf(const std::string& table,
                                         const std::vector<std::string>& keys) const {
-  const std::vector<std::shared_ptr<ClsFields>>& fields = PendingEdit(recordset_).Fields();
+  const PendingEdit rs(recordset_);
   WriteLayout layout;
   layout.table = table;
-  for (size_t i = 0; i < fields.size(); ++i) {
-    const ClsFields& field = *fields[i];
+  for (size_t i = 0; i < rs.Fields().size(); ++i) {
+    const ClsFields& field = *rs.Fields()[i];
     if (field.IsData && field.SaveToDB) {
       layout.written.push_back({i, field.Name, DatePrecisionOf(field)});
     }
   }
   for (const std::string& key : keys) {
     size_t i = 0;
-    while (i < fields.size() && !(fields[i]->IsData && SameName(fields[i]->Name, key))) {
+    while (i < rs.Fields().size() && !(rs.Fields()[i]->IsData && SameName(rs.Fields()[i]->Name, key))) {
       ++i;
     }
-    if (i == fields.size()) {
+    if (i == rs.Fields().size()) {
       throw VbError(kItemNotFoundError, WriterMessage(WriterText::KeyNotField, key));
     }
-    layout.keys.push_back({i, fields[i]->Name, DatePrecisionOf(*fields[i])});
+    layout.keys.push_back({i, rs.Fields()[i]->Name, DatePrecisionOf(*rs.Fields()[i])});
   }
   return layout;
 }
@@ -199,7 +198,7 @@ void TableWriterEngine::CheckValues(const Target& target,
   if (target.connection->Driver().TextHoldsNul()) {
     return;
   }
-  const RecordsetState& rs = RecordsetAccess::State(recordset_);
+  const PendingEdit rs(recordset_);
   for (const RowChange& change : changes) {
     if (change.kind == ChangeKind::Delete) {
       continue;
@@ -219,7 +218,7 @@ void TableWriterEngine::CheckValues(const Target& target,
 Enum_EditRecord TableWriterEngine::Refuse(const Target* target,
                                           const std::vector<RowChange>& changes, SaveStage stage,
                                           std::vector<RowChange> written) {
-  const RecordsetState& rs = RecordsetAccess::State(recordset_);
+  const PendingEdit rs(recordset_);
   const SaveFailure failure = DescribeSaveFailure(rs, stage);
   if (failure.outcome_unknown) {
     if (!unsettled_) {
@@ -303,7 +302,7 @@ RowChange TableWriterEngine::RunInsert(const Target& target, const RowChange& ch
   for (size_t i = 0; values && i < blank_keys.size(); ++i) {
     if ((*values)[i].IsBlank()) {
       throw VbError(kInvalidUseOfNull, WriterMessage(WriterText::EmptyKey,
-                                                     FieldLabel(RecordsetAccess::State(recordset_),
+                                                     FieldLabel(PendingEdit(recordset_),
                                                                 blank_keys[i]->name)));
     }
     generated.push_back({change.row, blank_keys[i]->field, (*values)[i]});
@@ -314,10 +313,10 @@ RowChange TableWriterEngine::RunInsert(const Target& target, const RowChange& ch
 
 // After the commit: the screen shows the keys the database chose at once.
 void TableWriterEngine::ShowGenerated(const std::vector<GeneratedValue>& generated) {
-  const std::vector<std::shared_ptr<ClsFields>>& fields = PendingEdit(recordset_).Fields();
+  const PendingEdit rs(recordset_);
   for (const GeneratedValue& value : generated) {
-    if (value.field < fields.size()) {
-      fields[value.field]->SetValue(value.value, value.row);
+    if (value.field < rs.Fields().size()) {
+      rs.Fields()[value.field]->SetValue(value.value, value.row);
     }
   }
 }

@@ -5,7 +5,7 @@
 
 #include "db/driver.h"
 #include "messages/error_trap.h"
-#include "recordset/recordset_state.h"
+#include "editing/pending_edit.h"
 #include "varnel/messages.h"
 #include "writer/table_writer_engine.h"
 #include "writer/writer_texts.h"
@@ -23,8 +23,8 @@ bool SameValue(const Variant& a, const Variant& b) {
 
 // The row a conflict's edit is on: the modified row, or the deleted one's
 // former place.
-int32_t EditedRow(const RecordsetState& rs, Enum_EditStatus status) {
-  return status == E_Modify ? rs.saved_row : rs.deleted_row;
+int32_t EditedRow(const PendingEdit& rs, Enum_EditStatus status) {
+  return status == E_Modify ? rs.SavedRow() : rs.DeletedRow();
 }
 
 }  // namespace
@@ -49,7 +49,7 @@ std::optional<std::vector<Variant>> TableWriterEngine::ReadRow(const Target& tar
 
 void TableWriterEngine::NoteConflict(const Target& target, const std::vector<RowChange>& changes) {
   conflict_.reset();
-  const RecordsetState& rs = RecordsetAccess::State(recordset_);
+  const PendingEdit rs(recordset_);
   if (target.layout.keys.empty() || changes.empty() || changes[0].kind == ChangeKind::Insert) {
     return;  // without a key the row cannot be found again
   }
@@ -57,7 +57,7 @@ void TableWriterEngine::NoteConflict(const Target& target, const std::vector<Row
   const auto now = Quiet(std::optional<std::vector<Variant>>(), [&] {
     return std::optional<std::vector<Variant>>(ReadRow(target, change.before));
   });
-  Conflict conflict{{rs.edit_status, change.kind == ChangeKind::Update ? change.row : 0, !now, {}},
+  Conflict conflict{{rs.Status(), change.kind == ChangeKind::Update ? change.row : 0, !now, {}},
                     change};
   for (size_t i = 0; i < target.layout.written.size(); ++i) {
     const ColumnRef& column = target.layout.written[i];
@@ -74,9 +74,9 @@ void TableWriterEngine::NoteConflict(const Target& target, const std::vector<Row
 }
 
 std::optional<SaveConflict> TableWriterEngine::PendingConflict() const {
-  const RecordsetState& rs = RecordsetAccess::State(recordset_);
-  if (!conflict_ || rs.edit_status != conflict_->shown.EditStatus ||
-      (rs.edit_status == E_Modify && rs.saved_row != conflict_->shown.Row)) {
+  const PendingEdit rs(recordset_);
+  if (!conflict_ || rs.Status() != conflict_->shown.EditStatus ||
+      (rs.Status() == E_Modify && rs.SavedRow() != conflict_->shown.Row)) {
     return std::nullopt;
   }
   return conflict_->shown;
@@ -187,9 +187,9 @@ Enum_EditRecord TableWriterEngine::KeepMine() {
 
 void TableWriterEngine::ShowDatabaseRow(const Target& target, int32_t row,
                                         const std::vector<Variant>& values) {
-  const RecordsetState& rs = RecordsetAccess::State(recordset_);
+  const PendingEdit rs(recordset_);
   for (size_t i = 0; i < target.layout.written.size(); ++i) {
-    if (rs.fields[target.layout.written[i].field]->SetValue(values[i], row)) {
+    if (rs.Fields()[target.layout.written[i].field]->SetValue(values[i], row)) {
       throw VbError(kRowNotLocatedError, WriterMessage(WriterText::Refused));
     }
   }
@@ -200,7 +200,7 @@ void TableWriterEngine::ShowDatabaseRow(const Target& target, int32_t row,
 // is already done (UpdateRecord writes nothing for it).
 Enum_EditRecord TableWriterEngine::TakeTheirs(const std::string& table,
                                               const std::shared_ptr<db::Connection>& connection) {
-  RecordsetState& rs = RecordsetAccess::State(recordset_);
+  const PendingEdit rs(recordset_);
   if (!PendingConflict()) {
     MdlProcess::ShowErr(LoadResString(101), kRowNotLocatedError,
                         WriterMessage(WriterText::NoConflict), recordset_.SysErrState);
@@ -211,7 +211,7 @@ Enum_EditRecord TableWriterEngine::TakeTheirs(const std::string& table,
     const Target target = TargetOf(table, connection);
     const auto now = ReadRow(target, conflict.change.before);
     const int32_t row = EditedRow(rs, conflict.shown.EditStatus);
-    for (int layers = 0; IsPendingEdit(rs.edit_status) && (now || rs.edit_status == E_Modify);
+    for (int layers = 0; IsPendingEdit(rs.Status()) && (now || rs.Status() == E_Modify);
          ++layers) {
       if (layers == 2 || recordset_.UndoRecord()) {
         return E_Defeat;  // a client refused the undo; it was told why
@@ -220,7 +220,7 @@ Enum_EditRecord TableWriterEngine::TakeTheirs(const std::string& table,
     if (now) {
       ShowDatabaseRow(target, row, *now);
     } else {
-      if (rs.edit_status == E_Default) {  // the modification is undone: the row goes too
+      if (rs.Status() == E_Default) {  // the modification is undone: the row goes too
         recordset_.AbsolutePosition(row);
         if (recordset_.DeleteRecord()) {
           return E_Defeat;
