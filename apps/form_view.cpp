@@ -74,9 +74,8 @@ void WriteForm(ClsRecordset& rs, std::ostream& out) {
       value = field->QueryValue;
     } else if (has_row) {
       value = ValueText(*field, field->GetValue());
-      if (!field->SymbolName.empty()) {
-        symbol = CStr(field->GetSymbol());
-      }
+      const Variant sign = field->SymbolName.empty() ? Variant() : field->GetSymbol();
+      symbol = sign.IsBlank() ? "" : CStr(sign);  // an emptied sign shows nothing
     }
     std::string line = std::string("  ") + FieldMark(*field) + " " +
                        PadRight(ShownName(*field), name_width) + "  " + value;

@@ -1,9 +1,14 @@
-// Where command lines come from: a terminal gets line editing and a history
-// kept across sessions (libedit); anything else is read line by line, each
-// line echoed after the prompt so that a scripted session reads like a typed one.
+// Where command lines come from: a terminal gets line editing, a history
+// kept across sessions (libedit) and Tab completion; anything else is read
+// line by line, each line echoed after the prompt so that a scripted session
+// reads like a typed one.
+//
+// On a terminal Ctrl-C cancels the line being typed (the program goes on)
+// and Ctrl-D on an empty line ends the input.
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <istream>
 #include <optional>
 #include <ostream>
@@ -11,6 +16,10 @@
 #include <vector>
 
 namespace varnel::app {
+
+// The words Tab offers for the word that starts at Word_start of Line.
+using Completer =
+    std::function<std::vector<std::string>(const std::string& line, size_t word_start)>;
 
 class LineReader {
  public:
@@ -22,13 +31,18 @@ class LineReader {
   LineReader(const LineReader&) = delete;
   LineReader& operator=(const LineReader&) = delete;
 
-  // The next line; nullopt at the end of the input.
+  // The next command line; nullopt at the end of the input.
   std::optional<std::string> Next();
 
-  // Words that the Tab key completes on a terminal (commands, field names).
-  void SetCompletions(std::vector<std::string> words);
+  // A yes/no answer to Question, asked until one is given; nullopt when the
+  // input ends first.
+  std::optional<bool> AskYesNo(const std::string& question, const std::string& retry);
+
+  void SetCompleter(Completer completer);
 
  private:
+  std::optional<std::string> Read(const char* prompt, bool keep_in_history);
+
   bool interactive_;
   std::filesystem::path history_file_;
   std::istream& in_;

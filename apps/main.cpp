@@ -1,6 +1,10 @@
 // varnel: a data-entry console that puts a ClsRecordset in front of a person.
 // With no arguments it opens the sample database (created on first run);
 // --connect with --table or --view opens anything else. See --help.
+//
+// Exit status: 0; 1 when the program could not start, or when a scripted
+// session had a failed command (or could not save its pending edit at the
+// end); 2 for a bad command line.
 #include <langinfo.h>
 #include <unistd.h>
 
@@ -16,7 +20,10 @@
 #include "load_progress.h"
 #include "lock_marks.h"
 #include "options.h"
+#include "safe_output.h"
 #include "screen_setup.h"
+#include "secrets.h"
+#include "terminal.h"
 #include "texts.h"
 #include "varnel/varnel.h"
 
@@ -36,17 +43,23 @@ class Advised {
   int32_t cookie_;
 };
 
-void Converse(Console& console, LineReader& reader, std::ostream& out) {
+// Runs commands until quit or the end of the input; the exit status.
+int Converse(Console& console, LineReader& reader, const Options& options, bool interactive,
+             std::ostream& out) {
   console.Start();
   for (;;) {
-    out.flush();
     const std::optional<std::string> line = reader.Next();
     if (!line) {
-      console.Finish();
-      return;
+      const bool saved = console.EndOfInput();
+      return interactive ? 0 : (console.Failures() > 0 || !saved ? 1 : 0);
     }
     if (!console.Execute(*line)) {
-      return;
+      return interactive || console.Failures() == 0 ? 0 : 1;
+    }
+    if (!interactive && options.bail && console.LastFailed()) {
+      out << Tr(Text::Bailed) << "\n";
+      console.EndOfInput();
+      return 1;
     }
   }
 }
@@ -59,12 +72,23 @@ void UseUtf8Characters() {
   }
 }
 
-int RunScreen(const Options& options, bool interactive) {
-  std::ostream& out = std::cout;
+std::shared_ptr<db::Connection> Connect(const Options& options, Secrets& secrets,
+                                        std::ostream& out) {
   const std::string connection_string = ResolveConnection(options, out);
+  std::string password;
+  if (options.ask_password) {
+    out.flush();
+    password = ReadPassword(Tr(Text::PasswordPrompt)).value_or("");
+  }
+  secrets.AddConnection(connection_string, password);
   auto connection = std::make_shared<db::Connection>();
-  connection->Open(connection_string);
+  connection->Open(connection_string, "", password);
+  return connection;
+}
 
+int RunScreen(const Options& options, bool interactive, Secrets& secrets, ConsoleUi& ui) {
+  std::ostream& out = std::cout;
+  const std::shared_ptr<db::Connection> connection = Connect(options, secrets, out);
   ClsRecordset rs;
   DefineScreen(options, connection, rs);
   TableWriter writer(rs, options.keys);
@@ -86,12 +110,16 @@ int RunScreen(const Options& options, bool interactive) {
   Advised locks_sink(rs, locks);
   rs.InitDataSource();
 
-  Console console(rs, out);
   LineReader reader(interactive, interactive ? options.data_dir / "history" : "", std::cin, out);
-  reader.SetCompletions(console.Words());
-  Converse(console, reader, out);
+  ConsoleSettings settings{interactive, options.assume_yes, ReadScreenNames(options, connection)};
+  Console console(rs, writer, ui, out, std::move(settings), [&](const std::string& question) {
+    return reader.AskYesNo(question, Tr(Text::AnswerYesNo));
+  });
+  reader.SetCompleter(
+      [&](const std::string& line, size_t start) { return console.Completions(line, start); });
+  const int status = Converse(console, reader, options, interactive, out);
   out.flush();
-  return 0;
+  return status;
 }
 
 }  // namespace
@@ -105,19 +133,24 @@ int main(int argc, char** argv) {
     return exit_code;
   }
   varnel::SetThreadUILanguage(options->language);
-  varnel::SetMessageUi(std::make_shared<ConsoleUi>(std::cout));
+  SafeOutput safe(std::cout);  // nothing from the database or the input drives the terminal
+  Secrets secrets;
+  auto ui = std::make_shared<ConsoleUi>(std::cout, secrets);
+  varnel::SetMessageUi(ui);
   const bool interactive = isatty(STDIN_FILENO) && isatty(STDOUT_FILENO);
   if (interactive) {
     UseUtf8Characters();
   }
+  std::string failure;
   try {
-    return RunScreen(*options, interactive);
+    return RunScreen(*options, interactive, secrets, *ui);
   } catch (const varnel::VbError& error) {
-    std::cout.flush();
-    std::cerr << "varnel: " << error.Description() << "\n";
+    failure = error.Description();
   } catch (const std::exception& error) {
-    std::cout.flush();
-    std::cerr << "varnel: " << error.what() << "\n";
+    failure = error.what();
   }
+  std::cout.flush();
+  std::cerr << "varnel: " << Escaped(secrets.Hide(failure)) << "\n";
+  varnel::SetMessageUi(nullptr);
   return 1;
 }

@@ -32,6 +32,12 @@ void AddOptions(CLI::App& cli, Options& options, std::string& language, std::str
   cli.add_option("--data-dir", data_dir,
                  "Directory of the sample database and the command history "
                  "(default: $VARNEL_DATA_DIR, $XDG_DATA_HOME/varnel or ~/.local/share/varnel)");
+  cli.add_flag("--password,-W", options.ask_password,
+               "Ask for the database password before connecting (it can also come from the "
+               "PGPASSWORD or PGPASSFILE environment of PostgreSQL)");
+  cli.add_flag("--yes,-y", options.assume_yes, "Delete rows without asking for confirmation");
+  cli.add_flag("--bail", options.bail,
+               "Stop at the first command that fails (the exit status is then 1)");
   cli.set_version_flag("--version", "varnel 0.1.0");
 }
 

@@ -20,6 +20,9 @@ struct Options {
   std::vector<std::string> keys;   // key columns for saving; empty = primary key
   int32_t language = 0;            // 1033, 2052, or 0 to follow the environment
   std::filesystem::path data_dir;  // where the sample database and history live
+  bool ask_password = false;       // --password: prompt for it before connecting
+  bool assume_yes = false;         // --yes: deletions are not confirmed
+  bool bail = false;               // --bail: a scripted session stops at its first failure
 };
 
 // The options of the command line; nullopt after printing help, the version

@@ -60,9 +60,11 @@ void DefineField(ClsRecordset& rs, const ColumnSample& column) {
       break;
     case vbInteger:
     case vbLong:
+    case vbLongLong:
       field->FieldType = F_Numeral;
       break;
     case vbDouble:
+    case vbDecimal:
     case vbCurrency:  // a currency field needs a sign column, which a bare table lacks
       field->FieldType = F_Numeral;
       field->NumType = N_Float;
@@ -117,6 +119,41 @@ void DefineScreen(const Options& options, const std::shared_ptr<db::Connection>&
   } else {
     DefineFromView(connection, options.view.empty() ? kSampleView : options.view,
                    options.fields_table, rs);
+  }
+}
+
+ScreenNames ReadScreenNames(const Options& options,
+                            const std::shared_ptr<db::Connection>& connection) {
+  ScreenNames names;
+  if (!options.table.empty()) {
+    return names;
+  }
+  try {
+    db::Recordset rows;
+    rows.Open("SELECT Name, DisplayNameEnglish, DisplayNameChinese FROM " + options.fields_table +
+                  " WHERE ViewName = '" +
+                  MdlQuery::QuoteText(options.view.empty() ? kSampleView : options.view) + "'",
+              connection);
+    const auto text = [&](int32_t column) {
+      const Variant value = rows.Fields().Item(column).Value();
+      return value.IsBlank() ? std::string() : CStr(value);
+    };
+    for (; !rows.Eof(); rows.MoveNext()) {
+      names.by_field[text(0)] = {text(1), text(2)};
+    }
+  } catch (const std::exception&) {
+    names.by_field.clear();  // a table without names in both languages: keep the ones read
+  }
+  return names;
+}
+
+void ApplyNames(ClsRecordset& rs, const ScreenNames& names, int32_t language) {
+  for (const auto& field : rs) {
+    const auto found = names.by_field.find(field->Name);
+    if (found != names.by_field.end()) {
+      const std::string& name = language == 2052 ? found->second.second : found->second.first;
+      field->DisplayName = name.empty() ? found->second.first : name;
+    }
   }
 }
 

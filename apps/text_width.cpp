@@ -63,14 +63,14 @@ std::string Fit(std::string_view text, size_t width) {
   size_t used = 0;
   for (size_t at = 0; at < text.size();) {
     const Glyph glyph = NextGlyph(text, at);
-    if (used + glyph.width + 1 > width) {
+    if (used + glyph.width + 1 > width) {  // room for the ellipsis
       break;
     }
     cut.append(text.substr(at, glyph.bytes));
     used += glyph.width;
     at += glyph.bytes;
   }
-  cut += "~";
+  cut += "\u2026";  // one column: …
   return PadRight(cut, width);
 }
 

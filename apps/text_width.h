@@ -10,7 +10,7 @@ namespace varnel::app {
 // The number of terminal columns Text takes.
 size_t DisplayWidth(std::string_view text);
 
-// Text cut to at most Width columns (ending in "~" when cut), then padded
+// Text cut to at most Width columns (ending in an ellipsis "…" when cut), then padded
 // with blanks to exactly Width columns.
 std::string Fit(std::string_view text, size_t width);
 

@@ -14,27 +14,29 @@ struct TextRow {
 };
 
 constexpr const char* kHelpEnglish =
-    "Moving:     first | prev | next | last | goto <n>\n"
+    "Moving:     first | prev | next | last | goto <n>   (a move saves a pending edit first)\n"
     "Editing:    set <field> <value>   (set <field> alone empties it)\n"
     "            new | copy | delete | save | undo\n"
     "Query:      query | refine, then set <field> <criterion>, then run | cancel | clear\n"
-    "            criteria: >=100 AND <200, not smith, null, notnull, 2024-06-01, true ...\n"
     "Selection:  select <n> (go to row n and select it) | select shift <n> | select ctrl <n>\n"
     "            select all | select invert | select none\n"
-    "Showing:    show | list [<count>] | sql | refresh\n"
+    "Showing:    show | list [<count>] | list --csv | export <file> | sql | refresh\n"
+    "            details   (the statement and the database's words after a refusal)\n"
+    "Language:   lang en | lang zh\n"
     "Leaving:    quit   (saves a pending edit first, as moving does)\n"
     "In the form: * marks a required field, - a field that cannot be edited.\n"
     "In the list: > marks the current row, + a selected one, # a locked one.";
 
 constexpr const char* kHelpChinese =
-    "移动：    first | prev | next | last | goto <行号>\n"
+    "移动：    first | prev | next | last | goto <行号>   （移动前先保存未保存的修改）\n"
     "编辑：    set <字段> <值>   （只写 set <字段> 表示清空）\n"
     "          new | copy | delete | save | undo\n"
     "查询：    query | refine，然后 set <字段> <条件>，然后 run | cancel | clear\n"
-    "          条件：>=100 AND <200、not smith、null、notnull、2024-06-01、true ……\n"
     "选择：    select <行号>（转到该行并选中）| select shift <行号> | select ctrl <行号>\n"
     "          select all | select invert | select none\n"
-    "显示：    show | list [<行数>] | sql | refresh\n"
+    "显示：    show | list [<行数>] | list --csv | export <文件> | sql | refresh\n"
+    "          details （数据库拒绝后，查看语句和数据库的原文）\n"
+    "语言：    lang en | lang zh\n"
     "退出：    quit （与移动一样，先保存未保存的修改）\n"
     "表单中：* 表示必填字段，- 表示不可编辑的字段。\n"
     "列表中：> 表示当前行，+ 表示已选行，# 表示锁定行。";
@@ -74,6 +76,29 @@ constexpr std::array<TextRow, static_cast<size_t>(Text::Count)> kTexts = {{
     {Text::NoQueryMode, "Not in query mode: type query or refine first.",
      "不在查询模式：请先输入 query 或 refine。"},
     {Text::Help, kHelpEnglish, kHelpChinese},
+    {Text::CriteriaHeading, "Criteria, by kind of field:", "条件，按字段类型："},
+    {Text::SavedRow, "Saved row {row}.", "已保存第 {row} 行。"},
+    {Text::SavedNewRow, "Saved new row {row}.", "已保存新行 {row}。"},
+    {Text::DeletedRow, "Deleted row {row} from the database.", "已从数据库删除第 {row} 行。"},
+    {Text::RowNotSaved, "Row {row} was not saved.", "第 {row} 行未保存。"},
+    {Text::DatabaseRefused, "The database refused this: {reason}. Type details to see the statement.",
+     "数据库拒绝了此操作：{reason}。输入 details 查看语句。"},
+    {Text::NoDetails, "The database has refused nothing so far.", "数据库尚未拒绝任何操作。"},
+    {Text::ConfirmDelete, "Delete row {row}? It goes from the database when the row is left. (yes/no) ",
+     "删除第 {row} 行？离开该行时将从数据库中删除。(是/否) "},
+    {Text::NotDeleted, "Not deleted.", "未删除。"},
+    {Text::AskSavePending, "Save the pending edit before leaving? (yes/no) ",
+     "退出前保存未保存的修改？(是/否) "},
+    {Text::QueryFailed, "The query did not run; the criteria are kept: correct them, or cancel.",
+     "查询未执行；条件已保留：请修改或输入 cancel。"},
+    {Text::Exported, "Wrote {rows} rows to {file}.", "已将 {rows} 行写入 {file}。"},
+    {Text::CannotWrite, "Cannot write {file}: {reason}", "无法写入 {file}：{reason}"},
+    {Text::CommandsFailed, "{count} command(s) failed.", "{count} 条命令失败。"},
+    {Text::Bailed, "Stopped at the first failed command (--bail).",
+     "在第一条失败的命令处停止（--bail）。"},
+    {Text::PasswordPrompt, "Password: ", "密码："},
+    {Text::Language, "Language: English.", "语言：中文。"},
+    {Text::AnswerYesNo, "Please answer yes or no.", "请回答是或否。"},
     {Text::StatusDefault, "Browse", "浏览"},
     {Text::StatusQuery, "Query", "查询"},
     {Text::StatusModify, "Modified", "已修改"},

@@ -1,8 +1,12 @@
-// Fuzzes ClsRecordset::FormatValue for every field kind. The first bytes pick
-// the kind, its options (NumType, DateType, DefinedSize, a range, a currency
-// symbol) and the type of the value offered; the rest is the value. An
-// accepted value must be in its kind's normal form and inside its range; a
-// refused one must be left as it was.
+// Fuzzes the two ways a value is formatted. The first byte picks one:
+// - ClsRecordset::FormatValue for every field kind. The next bytes pick the
+//   kind, its options (NumType, DateType, DefinedSize, a range, a currency
+//   symbol) and the type of the value offered; the rest is the value. An
+//   accepted value must be in its kind's normal form and inside its range; a
+//   refused one must be left as it was.
+// - Format(value, pattern) with a value of every kind and any pattern: it
+//   gives text or raises VbError, and a number written with a pattern of
+//   digit places only holds digits, separators, a sign and "%".
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -37,7 +41,7 @@ struct Subject {
 };
 
 Variant OfferedValue(FuzzInput& input) {
-  switch (input.Choice(8)) {
+  switch (input.Choice(10)) {
     case 0:
       return Variant();
     case 1:
@@ -52,6 +56,14 @@ Variant OfferedValue(FuzzInput& input) {
       return Variant(varnel::Currency{input.Raw<int64_t>()});
     case 6:
       return Variant(varnel::Date{input.Raw<double>()});
+    case 7:
+      return Variant(input.Raw<int64_t>());
+    case 8: {
+      varnel::Decimal decimal{input.Raw<uint64_t>(), input.Raw<uint32_t>()};
+      decimal.Scale = static_cast<uint8_t>(input.Choice(29));
+      decimal.Negative = input.Choice(2) == 1;
+      return Variant(decimal);
+    }
     default:
       return Variant(input.Rest());
   }
@@ -99,7 +111,9 @@ void CheckNormalForm(const varnel::ClsFields& field, const Variant& value) {
       break;
     }
     case varnel::F_Numeral:
-      ok = (type == varnel::vbLong || type == varnel::vbDouble) && std::isfinite(value.ToDouble());
+      ok = (type == varnel::vbLong || type == varnel::vbDouble || type == varnel::vbLongLong ||
+            type == varnel::vbDecimal) &&
+           std::isfinite(value.ToDouble());
       if (field.NumType == varnel::N_Percent) {
         ok = ok && value.ToDouble() >= 0 && value.ToDouble() <= 1;
       }
@@ -125,12 +139,41 @@ void CheckNormalForm(const varnel::ClsFields& field, const Variant& value) {
   }
 }
 
+// Every character of a pattern is a digit place, a separator or "%".
+bool OnlyDigitPlaces(std::string_view pattern) {
+  return !pattern.empty() && pattern.find_first_not_of("0#,.%") == std::string_view::npos;
+}
+
+void CheckFormat(FuzzInput& input) {
+  const size_t text_size = input.Choice(24);
+  Variant value = OfferedValue(input);
+  std::string pattern = input.Rest();
+  if (value.IsString() && text_size < value.StringView().size()) {
+    pattern = std::string(value.StringView().substr(text_size)) + pattern;
+    value = Variant(value.StringView().substr(0, text_size));
+  }
+  std::string text;
+  try {
+    text = varnel::Format(value, pattern);
+  } catch (const varnel::VbError&) {
+    return;  // refused with the platform's error: allowed
+  }
+  if (value.IsNumber() && OnlyDigitPlaces(pattern) &&
+      text.find_first_not_of("0123456789,.%-") != std::string::npos) {
+    Violated("a number pattern wrote something else than a number", text);
+  }
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   varnel::fuzzing::InstallSilentUi();
   static Subject subject;
   FuzzInput input(data, size);
+  if (input.Choice(2) == 1) {
+    CheckFormat(input);
+    return 0;
+  }
   varnel::ClsFields& field = *subject.field;
   field.FieldType = kKinds[input.Choice(std::size(kKinds))];
   field.NumType = static_cast<varnel::Enum_NumType>(input.Choice(3));

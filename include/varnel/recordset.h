@@ -27,6 +27,7 @@
 #include "varnel/enums.h"
 #include "varnel/events.h"
 #include "varnel/fields.h"
+#include "varnel/row_observer.h"
 #include "varnel/variant.h"
 
 namespace varnel {
@@ -154,6 +155,10 @@ class ClsRecordset {
   // ---- events ----
   int32_t Advise(ClsRecordsetEvents* Sink);  // returns the cookie
   void Unadvise(int32_t Cookie);
+  /// Connects an observer of inserted, removed and replaced rows (row_observer.h); returns its cookie.
+  int32_t AddRowObserver(RowObserver* Observer);
+  /// Disconnects the observer of Cookie; an unknown cookie is ignored.
+  void RemoveRowObserver(int32_t Cookie);
 
  private:
   friend struct internal::RecordsetAccess;

@@ -29,6 +29,8 @@ enum VbVarType : int32_t {
   vbDate = 7,
   vbString = 8,
   vbBoolean = 11,
+  vbDecimal = 14,   ///< an exact decimal (Decimal): 28-29 significant digits, scale 0-28
+  vbLongLong = 20,  ///< a signed 8-byte integer
 };
 
 // Days since 1899-12-30; the fraction is the time of day. Date{37747.5} is 2003-05-06 12:00.
@@ -41,6 +43,18 @@ struct Date {
 struct Currency {
   int64_t Value = 0;
   friend bool operator==(const Currency&, const Currency&) = default;
+};
+
+/// An exact decimal as the platform holds one: the value is the 96-bit magnitude
+/// (Hi:Lo) divided by 10^Scale (0-28), negated when Negative. 1.50 is
+/// Decimal{150, 0, 2, false}. Equality (==) compares values: 1.5 == 1.50.
+struct Decimal {
+  uint64_t Lo = 0;        ///< the low 64 bits of the magnitude
+  uint32_t Hi = 0;        ///< the high 32 bits of the magnitude
+  uint8_t Scale = 0;      ///< the count of decimal places, 0-28
+  bool Negative = false;  ///< true for a value below zero (a zero is never negative)
+  /// True when both stand for the same number, whatever their scales.
+  friend bool operator==(const Decimal& A, const Decimal& B) noexcept;
 };
 
 // A run-time error with the platform's number. The numbers used by the library:
@@ -69,7 +83,13 @@ class Variant {
   Variant(bool Value) noexcept;
   Variant(int16_t Value) noexcept;
   Variant(int32_t Value) noexcept;
+  /// A LongLong. Pass an int64_t (a `long long` argument needs a cast: it is
+  /// as near to int32_t and double as to int64_t).
+  Variant(int64_t Value) noexcept;
   Variant(double Value) noexcept;
+  /// A Decimal; a Scale above 28 or a magnitude of 2^96 and more is not a Decimal
+  /// (REQUIRES Scale <= 28).
+  Variant(Decimal Value) noexcept;
   Variant(Currency Value) noexcept;
   Variant(Date Value) noexcept;
   Variant(const char* Value);
@@ -88,12 +108,17 @@ class Variant {
   bool IsNull() const noexcept { return tag_ == Tag::Null; }
   bool IsBlank() const noexcept { return tag_ <= Tag::Null; }  // Empty or Null
   bool IsString() const noexcept { return tag_ == Tag::SmallString || tag_ == Tag::HeapString; }
-  bool IsNumber() const noexcept;  // Integer, Long, Double, Currency (not Boolean, Date)
+  /// True for Integer, Long, LongLong, Double, Currency and Decimal (not Boolean, Date).
+  bool IsNumber() const noexcept;
 
   // Raw payloads; each REQUIRES the matching VarType().
   int16_t AsInteger() const noexcept;
   int32_t AsLong() const noexcept;
+  /// The value of a LongLong (REQUIRES VarType() == vbLongLong).
+  int64_t AsLongLong() const noexcept;
   double AsDouble() const noexcept;
+  /// The value of a Decimal (REQUIRES VarType() == vbDecimal).
+  Decimal AsDecimal() const noexcept;
   Currency AsCurrency() const noexcept;
   Date AsDate() const noexcept;
   bool AsBoolean() const noexcept;
@@ -104,9 +129,15 @@ class Variant {
   std::string ToString() const;  // CStr
   double ToDouble() const;       // CDbl
   int32_t ToLong() const;        // CLng (banker's rounding)
-  bool ToBool() const;           // CBool
-  Currency ToCurrency() const;   // CCur
-  Date ToDate() const;           // CDate
+  /// CLngLng: whole numbers exactly, others rounded half to even; text is read
+  /// exactly ("9007199254740993"). Raises 6 beyond the 8-byte range, 13, 94.
+  int64_t ToLongLong() const;
+  /// CDec: the exact decimal of the value (a Double by its 15 significant
+  /// digits, text by up to 29). Raises 6 beyond +-79228162514264337593543950335, 13, 94.
+  Decimal ToDecimal() const;
+  bool ToBool() const;          // CBool
+  Currency ToCurrency() const;  // CCur
+  Date ToDate() const;          // CDate
 
   // Same kind and same value (Empty == Empty, Null == Null).
   friend bool operator==(const Variant& A, const Variant& B) noexcept;
@@ -121,6 +152,8 @@ class Variant {
     Currency,
     Date,
     Boolean,
+    LongLong,
+    Decimal,
     SmallString,
     HeapString,
   };
@@ -129,8 +162,9 @@ class Variant {
   void AssignString(std::string_view Text);
   const HeapText* Heap() const noexcept;
 
-  // bits_ holds numbers, or the HeapText pointer, or the first 8 inline chars;
-  // small_ holds inline chars 8..13 and the inline length.
+  // bits_ holds numbers (a Decimal's low 64 bits), or the HeapText pointer, or
+  // the first 8 inline chars; small_ holds inline chars 8..13 (a Decimal's high
+  // 32 bits, scale and sign) and small_size_ the inline length.
   uint64_t bits_;
   char small_[6];
   uint8_t small_size_;
@@ -139,7 +173,9 @@ class Variant {
 
 static_assert(sizeof(Variant) == 16, "a Variant must stay 16 bytes");
 
-// The platform's operators. Text + text concatenates; Null propagates; / is floating.
+// The platform's operators. Text + text concatenates; Null propagates; / is
+// floating, or a Decimal when either side is one. The result takes the most
+// precise kind: Integer < Long < LongLong < Double < Currency < Date < Decimal.
 Variant operator+(const Variant& A, const Variant& B);
 Variant operator-(const Variant& A, const Variant& B);
 Variant operator*(const Variant& A, const Variant& B);
@@ -147,9 +183,9 @@ Variant operator/(const Variant& A, const Variant& B);
 // The & operator: both sides as text, Null taken as "".
 Variant Concat(const Variant& A, const Variant& B);
 
-// "New equals Old" as the value store needs it: numbers (Integer, Long, Double,
-// Currency, Boolean) compare by value across kinds, text by exact characters,
-// dates by value. Blank values compare equal only to blank values.
+// "New equals Old" as the value store needs it: numbers (Integer, Long,
+// LongLong, Double, Currency, Decimal, Boolean) compare by value across kinds, text by exact
+// characters, dates by value. Blank values compare equal only to blank values.
 bool ValuesEqual(const Variant& A, const Variant& B) noexcept;
 
 // Numeric test: blanks around, a sign, thousands separators, a point, an exponent.
@@ -157,8 +193,13 @@ bool IsNumeric(const Variant& Value);
 bool IsNumeric(std::string_view Text);
 // The leading-number reading: "1,000" gives 1, "12abc" gives 12, "abc" gives 0.
 double Val(const std::string& Text);
-// The standard text form (CStr): 1.5 -> "1.5", 1E+16 -> "1E+16", True -> "True".
+// The standard text form (CStr): 1.5 -> "1.5", 1E+16 -> "1E+16", True -> "True";
+// a LongLong or a Decimal with all its digits and no exponent.
 std::string CStr(const Variant& Value);
+/// CLngLng: the value as an 8-byte integer (see Variant::ToLongLong).
+int64_t CLngLng(const Variant& Value);
+/// CDec: the value as an exact decimal (see Variant::ToDecimal).
+Decimal CDec(const Variant& Value);
 // A date from a Date, a number (date serial) or text (m/d/yyyy, yyyy-mm-dd, times).
 Date CDate(const Variant& Value);
 // Format with a date pattern ("mm/dd/yyyy hh:nn:ss", "yyyy-mm-dd hh:nn:00",

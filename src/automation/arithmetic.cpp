@@ -3,25 +3,27 @@
 // Operands are reduced to numbers first: Empty is Integer 0, a Boolean is an
 // Integer -1 or 0, text is read as a Double (13 when it is not numeric). The
 // result takes the most precise kind of the two, in the order
-// Integer < Long < Double < Currency < Date (Date only for + and -; * and /
-// read a date as a Double). Integer results that overflow become Long, Long
-// results Double; Currency and Double overflow raise 6.
+// Integer < Long < LongLong < Double < Currency < Date < Decimal (Date only
+// for + and -; * and / read a date as a Double). Integer results that
+// overflow become Long, Long results Double; LongLong, Currency, Double and
+// Decimal overflow raise 6. / gives a Double unless a side is a Decimal.
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
 
 #include "automation/calendar.h"
+#include "automation/decimal_math.h"
 #include "automation/value_rules.h"
 
 namespace varnel {
 
 namespace {
 
-enum class Rank { Integer, Long, Double, Currency, Date };
+enum class Rank { Integer, Long, LongLong, Double, Currency, Date, Decimal };
 
 struct Number {
   Rank rank;
-  int64_t whole = 0;  // Integer, Long
+  int64_t whole = 0;  // Integer, Long, LongLong
   double real = 0;    // Double, Date
   int64_t units = 0;  // Currency, in 1/10000
 };
@@ -32,6 +34,10 @@ Number ToNumber(const Variant& value) {
       return {Rank::Integer, value.AsInteger()};
     case vbLong:
       return {Rank::Long, value.AsLong()};
+    case vbLongLong:
+      return {Rank::LongLong, value.AsLongLong()};
+    case vbDecimal:
+      return {Rank::Decimal};  // the operation reads it from the Variant itself
     case vbDouble:
       return {Rank::Double, 0, value.AsDouble()};
     case vbCurrency:
@@ -51,6 +57,7 @@ double RealOf(const Number& number) {
   switch (number.rank) {
     case Rank::Integer:
     case Rank::Long:
+    case Rank::LongLong:
       return static_cast<double>(number.whole);
     case Rank::Currency:
       return internal::CurrencyToDouble(Currency{number.units});
@@ -59,10 +66,16 @@ double RealOf(const Number& number) {
   }
 }
 
+// A whole number becomes a Currency first, as the platform converts it (6
+// when it is beyond the Currency range).
 int64_t UnitsOf(const Number& number) {
   switch (number.rank) {
     case Rank::Integer:
     case Rank::Long:
+    case Rank::LongLong:
+      if (number.whole > INT64_MAX / 10000 || number.whole < INT64_MIN / 10000) {
+        RaiseError(6);
+      }
       return number.whole * 10000;
     case Rank::Currency:
       return number.units;
@@ -71,8 +84,15 @@ int64_t UnitsOf(const Number& number) {
   }
 }
 
-// A whole result in the narrowest kind at or above `rank` that holds it.
-Variant WholeResult(Rank rank, int64_t value) {
+// A whole result in the narrowest kind at or above `rank` that holds it; a
+// LongLong result stays a LongLong, or overflows.
+Variant WholeResult(Rank rank, __int128 value) {
+  if (rank == Rank::LongLong) {
+    if (value > INT64_MAX || value < INT64_MIN) {
+      RaiseError(6);
+    }
+    return Variant(static_cast<int64_t>(value));
+  }
   if (rank == Rank::Integer && value >= INT16_MIN && value <= INT16_MAX) {
     return Variant(static_cast<int16_t>(value));
   }
@@ -121,10 +141,27 @@ __int128 ScaledProduct(__int128 p, __int128 q) {
 
 enum class Op { Add, Subtract, Multiply };
 
+Variant DecimalArithmetic(Op op, const Variant& a, const Variant& b) {
+  const Decimal x = a.ToDecimal();
+  const Decimal y = b.ToDecimal();
+  switch (op) {
+    case Op::Add:
+      return Variant(internal::DecimalAdd(x, y));
+    case Op::Subtract:
+      return Variant(internal::DecimalSubtract(x, y));
+    case Op::Multiply:
+      return Variant(internal::DecimalMultiply(x, y));
+  }
+  return Variant();
+}
+
 Variant Arithmetic(Op op, const Variant& a, const Variant& b) {
   Number x = ToNumber(a);
   Number y = ToNumber(b);
   Rank rank = std::max(x.rank, y.rank);
+  if (rank == Rank::Decimal) {
+    return DecimalArithmetic(op, a, b);
+  }
   if (op == Op::Multiply && rank == Rank::Date) {
     rank = Rank::Double;
   }
@@ -134,9 +171,11 @@ Variant Arithmetic(Op op, const Variant& a, const Variant& b) {
   switch (rank) {
     case Rank::Integer:
     case Rank::Long:
-      return WholeResult(rank, op == Op::Add        ? x.whole + y.whole
-                               : op == Op::Subtract ? x.whole - y.whole
-                                                    : x.whole * y.whole);
+    case Rank::LongLong: {
+      const __int128 p = x.whole;
+      const __int128 q = y.whole;
+      return WholeResult(rank, op == Op::Add ? p + q : op == Op::Subtract ? p - q : p * q);
+    }
     case Rank::Currency: {
       __int128 p = UnitsOf(x);
       __int128 q = UnitsOf(y);
@@ -152,6 +191,8 @@ Variant Arithmetic(Op op, const Variant& a, const Variant& b) {
       double r = op == Op::Add ? p + q : op == Op::Subtract ? p - q : p * q;
       return rank == Rank::Date ? DateResult(r) : DoubleResult(r);
     }
+    case Rank::Decimal:
+      break;  // done above
   }
   return Variant();
 }
@@ -191,10 +232,14 @@ Variant operator*(const Variant& A, const Variant& B) {
   return Arithmetic(Op::Multiply, A, B);
 }
 
-// Always a Double. The platform tells 0/0 (overflow, 6) from x/0 (11).
+// A Double, or a Decimal when either side is one. The platform tells 0/0
+// (overflow, 6) from x/0 (11).
 Variant operator/(const Variant& A, const Variant& B) {
   if (A.IsNull() || B.IsNull()) {
     return Variant::Null();
+  }
+  if (A.VarType() == vbDecimal || B.VarType() == vbDecimal) {
+    return Variant(internal::DecimalDivide(A.ToDecimal(), B.ToDecimal()));
   }
   double dividend = RealOf(ToNumber(A));
   double divisor = RealOf(ToNumber(B));

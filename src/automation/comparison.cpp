@@ -4,6 +4,7 @@
 // text against a date only when the text reads as that date. Empty and Null
 // are equal to each other and to nothing else.
 #include "automation/calendar.h"
+#include "automation/decimal_math.h"
 #include "automation/numeric_text.h"
 #include "automation/value_rules.h"
 
@@ -12,16 +13,19 @@ namespace varnel {
 namespace {
 
 bool IsExactKind(VbVarType type) {
-  return type == vbInteger || type == vbLong || type == vbBoolean || type == vbCurrency;
+  return type == vbInteger || type == vbLong || type == vbBoolean || type == vbCurrency ||
+         type == vbLongLong || type == vbDecimal;
 }
 
-// Exact kinds as 1/10000 units, so Currency compares without rounding.
-int64_t ExactUnits(const Variant& value) {
+// The exact kinds but Decimal as 1/10000 units, so Currency compares without rounding.
+__int128 ExactUnits(const Variant& value) {
   switch (value.VarType()) {
     case vbInteger:
-      return int64_t{value.AsInteger()} * 10000;
+      return __int128{value.AsInteger()} * 10000;
     case vbLong:
-      return int64_t{value.AsLong()} * 10000;
+      return __int128{value.AsLong()} * 10000;
+    case vbLongLong:
+      return __int128{value.AsLongLong()} * 10000;
     case vbBoolean:
       return value.AsBoolean() ? -10000 : 0;
     default:
@@ -36,6 +40,8 @@ double RealValue(const Variant& value) {
       return value.AsDouble();
     case vbCurrency:
       return internal::CurrencyToDouble(value.AsCurrency());
+    case vbDecimal:
+      return internal::DecimalToDouble(value.AsDecimal());
     default:
       return static_cast<double>(ExactUnits(value) / 10000);
   }
@@ -43,6 +49,9 @@ double RealValue(const Variant& value) {
 
 bool NumbersEqual(const Variant& a, const Variant& b) {
   if (IsExactKind(a.VarType()) && IsExactKind(b.VarType())) {
+    if (a.VarType() == vbDecimal || b.VarType() == vbDecimal) {
+      return a.ToDecimal() == b.ToDecimal();  // every exact kind converts exactly
+    }
     return ExactUnits(a) == ExactUnits(b);
   }
   return RealValue(a) == RealValue(b);
@@ -52,6 +61,11 @@ bool TextEqualsValue(std::string_view text, const Variant& value) {
   if (value.VarType() == vbDate) {
     std::optional<Date> date = internal::ParseDateText(text);
     return date && date->Value == value.AsDouble();
+  }
+  if (value.VarType() == vbLongLong || value.VarType() == vbDecimal) {
+    // Read exactly: "9007199254740993" is not equal to 9007199254740992.
+    std::optional<Decimal> number = internal::DecimalFromText(text);
+    return number && *number == value.ToDecimal();
   }
   std::optional<double> number = internal::ParseNumber(text);
   return number && NumbersEqual(Variant(*number), value);

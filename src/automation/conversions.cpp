@@ -6,6 +6,7 @@
 #include <cstdlib>
 
 #include "automation/calendar.h"
+#include "automation/decimal_math.h"
 #include "automation/numeric_text.h"
 #include "automation/value_rules.h"
 
@@ -65,6 +66,24 @@ int64_t WholeFromCurrency(Currency value) {
   return quotient;
 }
 
+int64_t LongLongFromDouble(double value) {
+  constexpr double kLimit = 9223372036854775808.0;  // 2^63
+  const double rounded = internal::RoundHalfEven(value);
+  if (!(rounded >= -kLimit && rounded < kLimit)) {
+    RaiseError(6);
+  }
+  return static_cast<int64_t>(rounded);
+}
+
+// A numeric text read exactly: the text "9007199254740993" is that number.
+Decimal DecimalOfText(std::string_view text) {
+  std::optional<Decimal> value = internal::DecimalFromText(text);
+  if (!value) {
+    RaiseError(13);
+  }
+  return *value;
+}
+
 bool BoolFromText(std::string_view text) {
   size_t first = text.find_first_not_of(" \t");
   size_t last = text.find_last_not_of(" \t");
@@ -95,6 +114,10 @@ std::string Variant::ToString() const {
       return std::to_string(AsInteger());
     case vbLong:
       return std::to_string(AsLong());
+    case vbLongLong:
+      return std::to_string(AsLongLong());
+    case vbDecimal:
+      return internal::DecimalText(AsDecimal());
     case vbDouble:
       return internal::NumberText(AsDouble());
     case vbCurrency:
@@ -119,6 +142,10 @@ double Variant::ToDouble() const {
       return AsInteger();
     case vbLong:
       return AsLong();
+    case vbLongLong:
+      return static_cast<double>(AsLongLong());
+    case vbDecimal:
+      return internal::DecimalToDouble(AsDecimal());
     case vbDouble:
     case vbDate:
       return AsDouble();
@@ -145,8 +172,55 @@ int32_t Variant::ToLong() const {
       }
       return static_cast<int32_t>(whole);
     }
+    case vbLongLong:
+    case vbDecimal: {
+      const int64_t whole = ToLongLong();
+      if (whole < INT32_MIN || whole > INT32_MAX) {
+        RaiseError(6);
+      }
+      return static_cast<int32_t>(whole);
+    }
     default:
       return LongFromDouble(ToDouble());
+  }
+}
+
+int64_t Variant::ToLongLong() const {
+  switch (VarType()) {
+    case vbInteger:
+      return AsInteger();
+    case vbLong:
+      return AsLong();
+    case vbLongLong:
+      return AsLongLong();
+    case vbBoolean:
+      return AsBoolean() ? -1 : 0;
+    case vbCurrency:
+      return WholeFromCurrency(AsCurrency());
+    case vbDecimal:
+      return internal::DecimalToInt(AsDecimal());
+    case vbString:
+      return internal::DecimalToInt(DecimalOfText(StringView()));
+    default:
+      return LongLongFromDouble(ToDouble());
+  }
+}
+
+Decimal Variant::ToDecimal() const {
+  switch (VarType()) {
+    case vbNull:
+      RaiseError(94);
+    case vbCurrency:
+      return internal::DecimalFromCurrency(AsCurrency());
+    case vbDecimal:
+      return AsDecimal();
+    case vbDouble:
+    case vbDate:
+      return internal::DecimalFromDouble(AsDouble());
+    case vbString:
+      return DecimalOfText(StringView());
+    default:  // Empty, Boolean and the whole kinds
+      return internal::DecimalFromInt(ToLongLong());
   }
 }
 
@@ -156,6 +230,10 @@ bool Variant::ToBool() const {
       return AsCurrency().Value != 0;
     case vbBoolean:
       return AsBoolean();
+    case vbLongLong:
+      return AsLongLong() != 0;
+    case vbDecimal:
+      return !internal::DecimalIsZero(AsDecimal());
     case vbString:
       return BoolFromText(StringView());
     default:
@@ -170,6 +248,15 @@ Currency Variant::ToCurrency() const {
       return Currency{static_cast<int64_t>(ToLong()) * 10000};
     case vbCurrency:
       return AsCurrency();
+    case vbLongLong: {
+      const __int128 units = static_cast<__int128>(AsLongLong()) * 10000;
+      if (units > INT64_MAX || units < INT64_MIN) {
+        RaiseError(6);
+      }
+      return Currency{static_cast<int64_t>(units)};
+    }
+    case vbDecimal:
+      return internal::DecimalToCurrency(AsDecimal());
     case vbString: {
       Currency value;
       internal::NumberStatus status = internal::ParseCurrency(StringView(), value);
@@ -207,5 +294,9 @@ Date Variant::ToDate() const {
 std::string CStr(const Variant& Value) { return Value.ToString(); }
 
 Date CDate(const Variant& Value) { return Value.ToDate(); }
+
+int64_t CLngLng(const Variant& Value) { return Value.ToLongLong(); }
+
+Decimal CDec(const Variant& Value) { return Value.ToDecimal(); }
 
 }  // namespace varnel

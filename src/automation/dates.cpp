@@ -27,6 +27,9 @@ int TwelveHour(int hour) { return hour % 12 == 0 ? 12 : hour % 12; }
 namespace internal {
 
 std::string DateText(Date Value) {
+  if (!InDateRange(Value.Value)) {
+    RaiseError(6);  // a Date made from any Double: no calendar day to write
+  }
   DateParts parts = SplitDate(Value);
   bool has_time = parts.hour != 0 || parts.minute != 0 || parts.second != 0;
   bool has_day = !(parts.year == 1899 && parts.month == 12 && parts.day == 30);
@@ -48,6 +51,9 @@ std::string DateText(Date Value) {
 }  // namespace internal
 
 std::string IsoDate(Date Value) {
+  if (!internal::InDateRange(Value.Value)) {
+    RaiseError(6);
+  }
   internal::DateParts parts = internal::SplitDate(Value);
   return FourDigits(parts.year) + "-" + TwoDigits(parts.month) + "-" + TwoDigits(parts.day) + " " +
          TwoDigits(parts.hour) + ":" + TwoDigits(parts.minute) + ":" + TwoDigits(parts.second);

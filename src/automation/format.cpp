@@ -90,7 +90,8 @@ std::optional<std::string> FormatByWord(const Variant& value, const std::string&
     return std::nullopt;  // text that is no number is written as it is
   }
   if (name == "general number") {
-    return CStr(value.ToDouble());
+    const bool exact = value.VarType() == vbLongLong || value.VarType() == vbDecimal;
+    return exact ? CStr(value) : CStr(value.ToDouble());  // every digit of the exact kinds
   }
   const char* words[][3] = {
       {"yes/no", "Yes", "No"}, {"true/false", "True", "False"}, {"on/off", "On", "Off"}};

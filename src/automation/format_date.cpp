@@ -139,6 +139,9 @@ bool HasMarker(std::string_view pattern) {
 }  // namespace
 
 std::string FormatDatePattern(Date value, std::string_view pattern) {
+  if (!InDateRange(value.Value)) {
+    RaiseError(6);  // a Date made from any Double: no calendar day to write
+  }
   DateParts parts = SplitDate(value);
   DateView date{parts,
                 static_cast<int64_t>(MakeDate({parts.year, parts.month, parts.day, 0, 0, 0}).Value),

@@ -133,7 +133,10 @@ std::string Grouped(const std::string& integer) {
 std::string FormatDigits(double value, const NumberPattern& np, bool& zero) {
   std::string digits;
   int exponent = 0;
-  SignificantDigits(np.percent ? value * 100 : value, digits, exponent);
+  SignificantDigits(value, digits, exponent);
+  if (np.percent && !digits.empty()) {
+    exponent += 2;  // times 100 on the digits: exact, and never beyond a Double
+  }
   int integer_places = std::max(np.integer_zeros, 1);
   int shown_exponent = 0;
   if (np.scientific && !digits.empty()) {
@@ -185,8 +188,8 @@ std::vector<std::string_view> SplitSections(std::string_view pattern) {
       start = pos + 1;
     } else if (pattern[pos] == '"') {
       quoted = !quoted;
-    } else if (pattern[pos] == '\\') {
-      ++pos;
+    } else if (pattern[pos] == '\\' && !quoted && pos + 1 < pattern.size()) {
+      ++pos;  // the escaped character is no separator; a trailing \ escapes nothing
     }
   }
   return sections;
@@ -195,6 +198,9 @@ std::vector<std::string_view> SplitSections(std::string_view pattern) {
 }  // namespace
 
 std::string FormatNumberPattern(double value, std::string_view pattern) {
+  if (!std::isfinite(value)) {
+    RaiseError(6);  // no digits to write
+  }
   std::vector<std::string_view> sections = SplitSections(pattern);
   std::string_view section = sections[0];
   bool sign = false;

@@ -150,6 +150,26 @@ NumberStatus ParseNumber(std::string_view Text, double& Out) {
   return ScanToDouble(scan, Out);
 }
 
+std::optional<NumberParts> SplitNumber(std::string_view Text) {
+  NumberScan scan;
+  if (!ScanStrict(Text, scan)) {
+    return std::nullopt;
+  }
+  return NumberParts{scan.negative, std::move(scan.digits), Shift(scan)};
+}
+
+int SignificantDigitCount(std::string_view Text) {
+  NumberScan scan;
+  if (!ScanStrict(Text, scan)) {
+    return 0;
+  }
+  const size_t first = scan.digits.find_first_not_of('0');
+  if (first == std::string::npos) {
+    return 0;
+  }
+  return static_cast<int>(scan.digits.find_last_not_of('0') - first + 1);
+}
+
 std::optional<double> ParseNumber(std::string_view Text) {
   double value = 0;
   if (ParseNumber(Text, value) != NumberStatus::Ok) {

@@ -31,6 +31,20 @@ NumberStatus ParseNumber(std::string_view Text, double& Out);
 // decimals; Overflow beyond the Currency range.
 NumberStatus ParseCurrency(std::string_view Text, Currency& Out);
 
+// A numeric text taken apart: value = digits * 10^shift, negated when negative.
+struct NumberParts {
+  bool negative = false;
+  std::string digits;  // as written, leading and trailing zeros included
+  int64_t shift = 0;
+};
+
+// The parts of a text that IsNumeric accepts; nullopt for any other text.
+std::optional<NumberParts> SplitNumber(std::string_view Text);
+
+// The count of significant digits of a numeric text ("0.0120" has 2, "1E+20"
+// has 1); 0 for zero and for text that is not numeric.
+int SignificantDigitCount(std::string_view Text);
+
 // The standard text form of a Double (CStr): at most 15 significant digits,
 // trailing zeros dropped; scientific form ("1E+16", "1.5E-05") when
 // |x| < 1E-04 or |x| >= 1E+15.

@@ -40,6 +40,17 @@ Variant::Variant(int32_t Value) noexcept : bits_(0), tag_(Tag::Long) {
   std::memcpy(&bits_, &Value, sizeof Value);
 }
 
+Variant::Variant(int64_t Value) noexcept : tag_(Tag::LongLong) {
+  std::memcpy(&bits_, &Value, sizeof Value);
+}
+
+// The low 64 bits in bits_; the high 32 bits, the scale and the sign in small_.
+Variant::Variant(Decimal Value) noexcept : bits_(Value.Lo), small_size_(0), tag_(Tag::Decimal) {
+  std::memcpy(small_, &Value.Hi, sizeof Value.Hi);
+  small_[4] = static_cast<char>(Value.Scale);
+  small_[5] = static_cast<char>((Value.Negative && (Value.Lo != 0 || Value.Hi != 0)) ? 1 : 0);
+}
+
 Variant::Variant(double Value) noexcept : tag_(Tag::Double) {
   std::memcpy(&bits_, &Value, sizeof Value);
 }
@@ -143,6 +154,10 @@ VbVarType Variant::VarType() const noexcept {
       return vbDate;
     case Tag::Boolean:
       return vbBoolean;
+    case Tag::LongLong:
+      return vbLongLong;
+    case Tag::Decimal:
+      return vbDecimal;
     case Tag::SmallString:
     case Tag::HeapString:
       return vbString;
@@ -170,12 +185,17 @@ std::string Variant::TypeName() const {
       return "String";
     case vbBoolean:
       return "Boolean";
+    case vbLongLong:
+      return "LongLong";
+    case vbDecimal:
+      return "Decimal";
   }
   return "Empty";
 }
 
 bool Variant::IsNumber() const noexcept {
-  return tag_ == Tag::Integer || tag_ == Tag::Long || tag_ == Tag::Double || tag_ == Tag::Currency;
+  return tag_ == Tag::Integer || tag_ == Tag::Long || tag_ == Tag::Double ||
+         tag_ == Tag::Currency || tag_ == Tag::LongLong || tag_ == Tag::Decimal;
 }
 
 int16_t Variant::AsInteger() const noexcept {
@@ -187,6 +207,21 @@ int16_t Variant::AsInteger() const noexcept {
 int32_t Variant::AsLong() const noexcept {
   int32_t value;
   std::memcpy(&value, &bits_, sizeof value);
+  return value;
+}
+
+int64_t Variant::AsLongLong() const noexcept {
+  int64_t value;
+  std::memcpy(&value, &bits_, sizeof value);
+  return value;
+}
+
+Decimal Variant::AsDecimal() const noexcept {
+  Decimal value;
+  value.Lo = bits_;
+  std::memcpy(&value.Hi, small_, sizeof value.Hi);
+  value.Scale = static_cast<uint8_t>(small_[4]);
+  value.Negative = small_[5] != 0;
   return value;
 }
 
@@ -236,6 +271,10 @@ bool operator==(const Variant& A, const Variant& B) noexcept {
       return A.AsCurrency() == B.AsCurrency();
     case vbBoolean:
       return A.AsBoolean() == B.AsBoolean();
+    case vbLongLong:
+      return A.AsLongLong() == B.AsLongLong();
+    case vbDecimal:
+      return A.AsDecimal() == B.AsDecimal();
     case vbString:
       return A.StringView() == B.StringView();
   }

@@ -29,6 +29,28 @@ std::string_view StandardDescription(int32_t number) {
 
 }  // namespace
 
+DbFailure FailureOfSqlState(std::string_view state) {
+  struct Row {
+    const char* state;  // a whole SQLSTATE, or a class of two characters
+    DbFailure kind;
+  };
+  static constexpr Row kStates[] = {
+      {"23502", DbFailure::kNotNull},        {"23505", DbFailure::kUnique},
+      {"23514", DbFailure::kCheck},          {"23503", DbFailure::kForeignKey},
+      {"40001", DbFailure::kBusy},           {"40P01", DbFailure::kBusy},
+      {"55P03", DbFailure::kBusy},           {"25006", DbFailure::kReadOnly},
+      {"53100", DbFailure::kDiskFull},       {"08", DbFailure::kConnectionLost},
+      {"57P01", DbFailure::kConnectionLost}, {"57P02", DbFailure::kConnectionLost},
+      {"57P03", DbFailure::kConnectionLost},
+  };
+  for (const Row& row : kStates) {
+    if (state.starts_with(row.state)) {
+      return row.kind;
+    }
+  }
+  return DbFailure::kOther;
+}
+
 void RaiseDbError(int32_t number, std::string_view detail) {
   std::string description(StandardDescription(number));
   if (!detail.empty()) {

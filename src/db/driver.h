@@ -56,11 +56,18 @@ class Driver {
   virtual int64_t Execute(std::string_view sql, const std::vector<Variant>& params) = 0;
   // Prepares one query without reading any row.
   virtual std::unique_ptr<Statement> Prepare(std::string_view sql) = 0;
+  // Prepares one query with its '?' placeholders bound, in order, to Params
+  // (a row looked up by its key).
+  virtual std::unique_ptr<Statement> PrepareBound(std::string_view sql,
+                                                  const std::vector<Variant>& params) = 0;
 
   virtual void BeginTransaction() = 0;
   virtual void CommitTransaction() = 0;
   virtual void RollbackTransaction() = 0;
   virtual bool InTransaction() const = 0;
+
+  // False when text values cannot hold a NUL character (it would cut them).
+  virtual bool TextHoldsNul() const { return true; }
 
   // What SQL composed by the library must respect on this database.
   virtual Dialect GetDialect() const = 0;

@@ -3,6 +3,7 @@
 #include <strings.h>
 
 #include <string>
+#include <utility>
 
 #include "db/db_errors.h"
 #include "db/postgres/pg_driver.h"
@@ -17,7 +18,16 @@ constexpr Provider kProviders[] = {
     {"PostgreSQL", &OpenPostgresDriver, &PostgresDialect},
 };
 
+DriverWrapper& Wrapper() {
+  static DriverWrapper wrapper;
+  return wrapper;
+}
+
 }  // namespace
+
+DriverWrapper SetDriverWrapper(DriverWrapper wrapper) {
+  return std::exchange(Wrapper(), std::move(wrapper));
+}
 
 const Provider* FindProvider(std::string_view name) {
   for (const Provider& provider : kProviders) {
@@ -37,7 +47,8 @@ std::unique_ptr<Driver> OpenDriver(const ConnectionSettings& settings, std::stri
     RaiseDbError(kErrProviderNotFound, name.empty() ? "(The connection string names no Provider.)"
                                                     : "(Provider '" + name + "'.)");
   }
-  return provider->open(settings, user, password);
+  std::unique_ptr<Driver> driver = provider->open(settings, user, password);
+  return Wrapper() ? Wrapper()(std::move(driver)) : std::move(driver);
 }
 
 }  // namespace varnel::db::internal

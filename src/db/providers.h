@@ -2,6 +2,7 @@
 // string's Provider key picks the driver and the dialect here, and nowhere else.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string_view>
 
@@ -20,6 +21,11 @@ struct Provider {
 
 // The provider called Name (any case); nullptr when there is none.
 const Provider* FindProvider(std::string_view name);
+
+// What wraps every driver opened from now on (a test's fault injection); an
+// empty function opens drivers as they are. Returns the previous wrapper.
+using DriverWrapper = std::function<std::unique_ptr<Driver>(std::unique_ptr<Driver>)>;
+DriverWrapper SetDriverWrapper(DriverWrapper wrapper);
 
 // Opens the driver named by the Provider key of Settings, with the connection's
 // user and password. Raises 3706 for a missing or unknown provider, and the

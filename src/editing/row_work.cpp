@@ -59,12 +59,14 @@ void RestoreSnapshot(RecordsetState& rs) {
     }
     RowJoinsTotals(rs, row);
     rs.edit_marks[row] = kept.back().AsBoolean() ? 1 : 0;
+    rs.row_observers.Notify(&RowObserver::RowChanged, row);
   }
   EraseSavedValues(rs);
 }
 
 void RemoveRowKeepingIt(RecordsetState& rs, int32_t row) {
   std::vector<Variant> kept = RowWithMark(rs, row);
+  const RowsRemoveNotice notice(rs.row_observers, row, 1);
   EraseRow(rs, row);
   if (rs.current_row > rs.Rows()) {
     rs.current_row = rs.Rows();
@@ -82,6 +84,7 @@ bool PutDeletedRowBack(RecordsetState& rs) {
   std::vector<Variant>& kept = *rs.deleted_values;
   const bool editable = kept.back().AsBoolean();
   kept.pop_back();
+  const RowsInsertNotice notice(rs.row_observers, row, 1);
   InsertRow(rs, row);
   WriteRowValues(rs, row, kept);
   RowJoinsTotals(rs, row);
@@ -92,6 +95,7 @@ bool PutDeletedRowBack(RecordsetState& rs) {
 
 int32_t AppendRow(RecordsetState& rs) {
   const int32_t row = rs.Rows() + 1;
+  const RowsInsertNotice notice(rs.row_observers, row, 1);
   InsertRow(rs, row);
   rs.edit_marks[row] = 1;
   return row;
@@ -101,6 +105,7 @@ void DropLastRow(RecordsetState& rs) {
   if (rs.Rows() < 1) {
     return;
   }
+  const RowsRemoveNotice notice(rs.row_observers, rs.Rows(), 1);
   EraseRow(rs, rs.Rows());
   if (rs.current_row > rs.Rows()) {
     rs.current_row = rs.Rows();

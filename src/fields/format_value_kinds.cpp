@@ -21,6 +21,25 @@ Variant WholeOrDouble(double number) {
   return Variant(number);
 }
 
+// A whole number in the narrowest of Long, LongLong and Double that holds it.
+Variant WholeNumber(const Variant& number) {
+  switch (number.VarType()) {
+    case vbLongLong:
+    case vbDecimal:
+      try {
+        const int64_t whole = number.ToLongLong();
+        return whole >= std::numeric_limits<int32_t>::min() &&
+                       whole <= std::numeric_limits<int32_t>::max()
+                   ? Variant(static_cast<int32_t>(whole))
+                   : Variant(whole);
+      } catch (const VbError&) {
+        return WholeOrDouble(std::nearbyint(number.ToDouble()));  // beyond 8 bytes
+      }
+    default:
+      return WholeOrDouble(std::nearbyint(number.ToDouble()));
+  }
+}
+
 // Characters (not bytes) of UTF-8 text: the unit of a column's defined size.
 size_t CharacterCount(std::string_view text) {
   size_t count = 0;
@@ -87,11 +106,11 @@ std::optional<Refusal> FormatNumeral(const ClsFields& field, Variant& value) {
     value = Variant(*fraction);
     return std::nullopt;
   }
-  const std::optional<double> number = ReadNumber(value);
+  const std::optional<Variant> number = ReadExactNumber(value);
   if (!number) {
     return TypeMismatch();
   }
-  value = field.NumType == N_Integer ? WholeOrDouble(std::nearbyint(*number)) : Variant(*number);
+  value = field.NumType == N_Integer ? WholeNumber(*number) : *number;
   return std::nullopt;
 }
 

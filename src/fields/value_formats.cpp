@@ -5,6 +5,7 @@
 #include <ctime>
 
 #include "automation/calendar.h"
+#include "automation/decimal_math.h"
 #include "automation/numeric_text.h"
 #include "db/dialect.h"
 #include "varnel/fields.h"
@@ -116,6 +117,23 @@ std::optional<double> ReadPercent(const Variant& value) {
 
 std::string WriteNumber(double value) { return NumberText(value); }
 
+std::optional<Variant> ReadExactNumber(const Variant& value) {
+  if (value.VarType() == vbLongLong || value.VarType() == vbDecimal) {
+    return value;
+  }
+  if (value.IsString()) {
+    if (std::optional<Variant> exact = ExactNumberOfText(value.StringView())) {
+      return exact;
+    }
+  }
+  const std::optional<double> number = ReadNumber(value);
+  return number ? std::optional<Variant>(Variant(*number)) : std::nullopt;
+}
+
+std::string WriteExactNumber(const Variant& value) {
+  return value.VarType() == vbDouble ? NumberText(value.AsDouble()) : CStr(value);
+}
+
 // ---- currency ----
 
 std::optional<Currency> ReadCurrency(const Variant& value, std::string_view symbol) {
@@ -124,6 +142,13 @@ std::optional<Currency> ReadCurrency(const Variant& value, std::string_view symb
   }
   if (value.VarType() == vbCurrency) {
     return value.AsCurrency();
+  }
+  if (value.VarType() == vbLongLong || value.VarType() == vbDecimal) {
+    try {
+      return value.ToCurrency();  // exactly, not through a Double
+    } catch (const VbError&) {
+      return std::nullopt;  // beyond the Currency range
+    }
   }
   const std::optional<double> number = ReadNumber(value);
   if (!number) {

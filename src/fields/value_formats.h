@@ -35,6 +35,13 @@ std::optional<double> ReadPercent(const Variant& value);
 // The standard text form of a number ("1.5", "-2E-05"): only digits, a sign,
 // a point and an exponent.
 std::string WriteNumber(double value);
+// A number in the kind that holds it exactly: a LongLong or Decimal value as it
+// is; text with more significant digits than a Double keeps as a LongLong
+// (whole) or a Decimal; anything else as ReadNumber reads it, in a Double.
+std::optional<Variant> ReadExactNumber(const Variant& value);
+// The standard text form of what ReadExactNumber gives: every digit of a
+// LongLong or Decimal ("1234567890123456"), WriteNumber for a Double.
+std::string WriteExactNumber(const Variant& value);
 
 // ---- currency ----
 

@@ -19,12 +19,17 @@ class NumberKind final : public ComparisonKind {
   ValueKindId id() const override { return ValueKindId::kNumber; }
   std::optional<std::string> Compare(CompareOp op, std::string_view value) override {
     const Variant typed{value};
-    const std::optional<double> number =
-        type_ == N_Percent ? ReadPercent(typed) : ReadNumber(typed);
-    if (!number) {
+    if (type_ != N_Percent) {
+      // Every digit: a 16-digit account number must not become 1.23456789012346E+15.
+      const std::optional<Variant> number = ReadExactNumber(typed);
+      return number ? std::optional(column_ + std::string(OpText(op)) + WriteExactNumber(*number))
+                    : std::nullopt;
+    }
+    const std::optional<double> fraction = ReadPercent(typed);
+    if (!fraction) {
       return std::nullopt;
     }
-    return column_ + std::string(OpText(op)) + WriteNumber(*number);
+    return column_ + std::string(OpText(op)) + WriteNumber(*fraction);
   }
 
  private:

@@ -38,6 +38,7 @@ void MarkNothingLoaded(RecordsetState& rs) {
     });
   }
   rs.SetEditStatusValue(E_Nothing);
+  const RowsResetNotice notice(rs.row_observers);
   ResizeRows(rs, 0);
 }
 
@@ -141,6 +142,7 @@ void CloseSource(RecordsetState& rs) {
     text->clear();
   }
   self.OrderByAscending1 = self.OrderByAscending2 = self.OrderByAscending3 = Ascending;
+  const RowsResetNotice notice(rs.row_observers);
   rs.select_marks.clear();
   rs.edit_marks.clear();
   rs.saved_query_values.reset();

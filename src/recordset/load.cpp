@@ -149,6 +149,7 @@ void FillRows(RecordsetState& rs, const ColumnPlan& plan, int32_t rows) {
 }  // namespace
 
 void LoadRows(RecordsetState& rs) {
+  const RowsResetNotice notice(rs.row_observers);
   try {
     const ColumnPlan plan =
         PlanColumns(rs, db::internal::RecordsetAccess::Columns(*rs.self.SFRecordset));

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "public/event_sinks.h"
+#include "public/row_observers.h"
 #include "recordset/exact_sum.h"
 #include "varnel/recordset.h"
 
@@ -49,6 +50,7 @@ struct RecordsetState {
   std::unordered_map<const ClsFields*, ColumnTotalRecord> column_totals;
 
   EventSinks sinks;
+  RowObservers row_observers;
 
   // The row count: the upper bound of the mark arrays (0 when erased).
   int32_t Rows() const {

@@ -13,6 +13,7 @@ int32_t ClsRecordset::Rows() const {
 
 void ClsRecordset::Rows(int32_t Value) {
   internal::Trapped(SysErrState, true, [&] {
+    const internal::RowsResetNotice notice(d_->row_observers);
     internal::ResizeRows(*d_, Value);
     return false;
   });

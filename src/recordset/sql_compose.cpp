@@ -1,6 +1,7 @@
 // The SELECT that loads a recordset: its condition, its order and the text
 // sent to the database. The texts are the system's own, byte for byte.
 #include "messages/error_trap.h"
+#include "query/computed_criterion.h"
 #include "recordset/data_source.h"
 #include "varnel/messages.h"
 #include "varnel/modules.h"
@@ -78,7 +79,10 @@ std::string ComposeCondition(RecordsetState& rs) {
       continue;
     }
     const Variant predicate = MdlQuery::QueryCondition(*field);
-    const std::string text = predicate.IsNull() ? std::string() : CStr(predicate);
+    std::string text = predicate.IsNull() ? std::string() : CStr(predicate);
+    if (IsComputedOnly(*field)) {
+      text = PredicateOnComputedField(*field, text);  // the formula in place of a column
+    }
     if (TrimBlanks(text).empty()) {
       throw VbError(94, "'" + field->DisplayName + "'" + LoadResString(105));
     }

@@ -9,6 +9,9 @@ bool SameColumn(const ColumnRef& a, const ColumnRef& b) { return a.field == b.fi
 // a key, so that a row changed by someone else since it was read matches nothing.
 std::vector<ColumnRef> IdentifyingColumns(const WriteLayout& layout) {
   std::vector<ColumnRef> columns = layout.keys;
+  if (layout.by_key_alone && !columns.empty()) {
+    return columns;
+  }
   for (const ColumnRef& column : layout.written) {
     bool is_key = false;
     for (const ColumnRef& key : layout.keys) {
@@ -90,6 +93,28 @@ Statement DeleteStatement(const WriteLayout& layout, const db::internal::TableCa
   Statement statement;
   statement.sql =
       "DELETE FROM " + layout.table + WhereClause(layout, catalog, before, statement.params);
+  return statement;
+}
+
+Statement SelectByKey(const WriteLayout& layout, const db::internal::TableCatalog& catalog,
+                      const std::vector<Variant>& values) {
+  WriteLayout by_key = layout;
+  by_key.by_key_alone = true;
+  Statement statement;
+  std::string columns;
+  for (const ColumnRef& column : layout.written) {
+    columns += (columns.empty() ? "" : ", ") + QuoteColumn(column.name);
+  }
+  statement.sql = "SELECT " + columns + " FROM " + layout.table +
+                  WhereClause(by_key, catalog, values, statement.params);
+  return statement;
+}
+
+Statement CountMatching(const WriteLayout& layout, const db::internal::TableCatalog& catalog,
+                        const std::vector<Variant>& values) {
+  Statement statement;
+  statement.sql = "SELECT COUNT(*) FROM " + layout.table +
+                  WhereClause(layout, catalog, values, statement.params);
   return statement;
 }
 

@@ -32,6 +32,9 @@ struct WriteLayout {
   std::string table;
   std::vector<ColumnRef> written;
   std::vector<ColumnRef> keys;
+  // A row is found by its keys alone, whatever its other columns hold now
+  // (writing over someone else's change). Needs keys.
+  bool by_key_alone = false;
 };
 
 // "[" name "]": how the library writes a column name in SQL.
@@ -51,5 +54,14 @@ std::optional<Statement> UpdateStatement(const WriteLayout& layout,
 // DELETE of the row that still holds `before`.
 Statement DeleteStatement(const WriteLayout& layout, const db::internal::TableCatalog& catalog,
                           const std::vector<Variant>& before);
+
+// SELECT of the written columns of the row whose keys hold the keys of
+// `values`. REQUIRES: layout.keys is not empty.
+Statement SelectByKey(const WriteLayout& layout, const db::internal::TableCatalog& catalog,
+                      const std::vector<Variant>& values);
+
+// SELECT COUNT(*) of the rows that hold `values`, found as an UPDATE finds them.
+Statement CountMatching(const WriteLayout& layout, const db::internal::TableCatalog& catalog,
+                        const std::vector<Variant>& values);
 
 }  // namespace varnel::internal

@@ -25,6 +25,16 @@ const std::vector<std::string>& TableWriter::LastStatements() const {
   return engine_->last_statements();
 }
 
+std::optional<SaveConflict> TableWriter::PendingConflict() const {
+  return engine_->PendingConflict();
+}
+
+Enum_EditRecord TableWriter::ResolveKeepMine() { return engine_->KeepMine(); }
+
+Enum_EditRecord TableWriter::ResolveTakeTheirs() {
+  return engine_->TakeTheirs(TableName, Connection);
+}
+
 void TableWriter::UserUpdateRecord(Enum_EditRecord& Update_Succeed) {
   if (Update_Succeed == E_Succeed) {
     Update_Succeed = WritePendingRow();

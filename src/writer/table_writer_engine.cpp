@@ -7,6 +7,7 @@
 #include "db/driver.h"
 #include "messages/error_trap.h"
 #include "recordset/recordset_state.h"
+#include "varnel/messages.h"
 #include "writer/writer_texts.h"
 
 namespace varnel::internal {
@@ -145,50 +146,118 @@ WriteLayout TableWriterEngine::LayoutOf(const std::string& table,
   return layout;
 }
 
+TableWriterEngine::Target TableWriterEngine::TargetOf(
+    const std::string& table, const std::shared_ptr<db::Connection>& connection) {
+  const std::string name = TableOf(table);
+  Target target{ConnectionOf(connection), nullptr, {}};
+  target.catalog = &CatalogOf(target.connection);
+  target.layout = LayoutOf(name, KeyColumns(name, target.connection));
+  return target;
+}
+
 Enum_EditRecord TableWriterEngine::Write(const std::string& table,
                                          const std::shared_ptr<db::Connection>& connection) {
   last_statements_.clear();
-  const std::vector<RowChange> changes = PendingChanges(RecordsetAccess::State(recordset_));
-  if (changes.empty()) {
+  std::vector<RowChange> changes = PendingChanges(RecordsetAccess::State(recordset_));
+  if (changes.empty() || mode_ == Mode::kTakeTheirs) {
     return E_Succeed;
   }
+  std::optional<Target> target;
+  SaveStage stage = SaveStage::kWriting;
+  std::vector<RowChange> written;
   try {
-    const std::string name = TableOf(table);
-    Target target{ConnectionOf(connection), nullptr, {}};
-    target.catalog = &CatalogOf(target.connection);
-    target.layout = LayoutOf(name, KeyColumns(name, target.connection));
+    target = TargetOf(table, connection);
+    CheckValues(*target, changes);
     std::vector<GeneratedValue> generated;
+    if (unsettled_) {
+      changes = SettleUnknownOutcome(*target, changes, generated);
+    }
+    if (mode_ == Mode::kKeepMine) {
+      changes = OverTheirs(*target, changes);
+    }
     {
-      TransactionScope transaction(*target.connection);
-      WriteChanges(target, changes, generated);
+      TransactionScope transaction(*target->connection);
+      written = WriteChanges(*target, changes, generated);
+      stage = SaveStage::kCommitting;
       transaction.Commit();
     }
+    unsettled_.reset();
+    conflict_.reset();
     ShowGenerated(generated);
     return E_Succeed;
   } catch (...) {
-    ReportCurrentException(recordset_.SysErrState);
-    return E_OtherErr;
+    return Refuse(target ? &*target : nullptr, changes, stage, std::move(written));
   }
 }
 
-void TableWriterEngine::WriteChanges(const Target& target, const std::vector<RowChange>& changes,
-                                     std::vector<GeneratedValue>& generated) {
+// Refuses what the database cannot store, before anything is written.
+void TableWriterEngine::CheckValues(const Target& target,
+                                    const std::vector<RowChange>& changes) const {
+  const RecordsetState& rs = RecordsetAccess::State(recordset_);
+  const bool holds_nul = target.connection->Driver().TextHoldsNul();
+  for (const RowChange& change : changes) {
+    for (const ColumnRef& column : target.layout.written) {
+      if (change.kind == ChangeKind::Delete || holds_nul) {
+        break;
+      }
+      const Variant& value = change.after[column.field];
+      if (value.IsString() && value.ToString().find('\0') != std::string::npos) {
+        throw VbError(kInvalidUseOfNull,
+                      WriterMessage(WriterText::TextNul, FieldLabel(rs, column.name)));
+      }
+    }
+  }
+}
+
+// The transaction has ended (rolled back, or its commit failed): what the user
+// is told, and what the writer keeps for the next save.
+Enum_EditRecord TableWriterEngine::Refuse(const Target* target,
+                                          const std::vector<RowChange>& changes, SaveStage stage,
+                                          std::vector<RowChange> written) {
+  const RecordsetState& rs = RecordsetAccess::State(recordset_);
+  const SaveFailure failure = DescribeSaveFailure(rs, stage);
+  if (failure.outcome_unknown) {
+    if (!unsettled_) {
+      unsettled_.emplace();
+    }
+    unsettled_->maybe = std::move(written);
+  } else if (unsettled_ && unsettled_->known.empty()) {
+    unsettled_.reset();  // rolled back: nothing of the edit is in the database
+  }
+  std::string text = failure.text;
+  if (failure.conflict && target != nullptr) {
+    NoteConflict(*target, changes);
+    if (conflict_ && conflict_->shown.RowDeleted) {
+      text = WriterMessage(WriterText::RowDeleted);
+    }
+  }
+  MdlProcess::ShowErr(LoadResString(101), failure.number, text, recordset_.SysErrState);
+  return E_Defeat;
+}
+
+std::vector<RowChange> TableWriterEngine::WriteChanges(const Target& target,
+                                                       const std::vector<RowChange>& changes,
+                                                       std::vector<GeneratedValue>& generated) {
+  std::vector<RowChange> written;
   for (const RowChange& change : changes) {
     switch (change.kind) {
       case ChangeKind::Insert:
-        RunInsert(target, change, generated);
+        written.push_back(RunInsert(target, change, generated));
         break;
       case ChangeKind::Update:
         if (auto statement =
                 UpdateStatement(target.layout, *target.catalog, change.before, change.after)) {
           RunIdentified(target, *statement);
         }
+        written.push_back(change);
         break;
       case ChangeKind::Delete:
         RunIdentified(target, DeleteStatement(target.layout, *target.catalog, change.before));
+        written.push_back(change);
         break;
     }
   }
+  return written;
 }
 
 // An UPDATE or DELETE must find exactly the one row it was built from.
@@ -196,7 +265,7 @@ void TableWriterEngine::RunIdentified(const Target& target, const Statement& sta
   last_statements_.push_back(statement.sql);
   const int32_t affected = target.connection->Execute(statement.sql, statement.params);
   if (affected == 0) {
-    throw VbError(kRowNotLocatedError, WriterMessage(WriterText::RowChanged));
+    throw RowConflictError();
   }
   if (affected > 1) {
     throw VbError(kRowNotLocatedError,
@@ -204,8 +273,11 @@ void TableWriterEngine::RunIdentified(const Target& target, const Statement& sta
   }
 }
 
-void TableWriterEngine::RunInsert(const Target& target, const RowChange& change,
-                                  std::vector<GeneratedValue>& generated) {
+// A key left blank must be filled by the database; one it leaves NULL (a
+// SQLite key that is not the rowid) is refused, inside the transaction, so
+// nothing is written.
+RowChange TableWriterEngine::RunInsert(const Target& target, const RowChange& change,
+                                       std::vector<GeneratedValue>& generated) {
   const Statement statement = InsertStatement(target.layout, change.after);
   last_statements_.push_back(statement.sql);
   target.connection->Execute(statement.sql, statement.params);
@@ -218,13 +290,21 @@ void TableWriterEngine::RunInsert(const Target& target, const RowChange& change,
       quoted.push_back(QuoteColumn(key.name));
     }
   }
+  RowChange written = change;
   if (blank_keys.empty()) {
-    return;
+    return written;
   }
   const auto values = target.catalog->InsertedRowKey(target.layout.table, quoted);
   for (size_t i = 0; values && i < blank_keys.size(); ++i) {
+    if ((*values)[i].IsBlank()) {
+      throw VbError(kInvalidUseOfNull, WriterMessage(WriterText::EmptyKey,
+                                                     FieldLabel(RecordsetAccess::State(recordset_),
+                                                                blank_keys[i]->name)));
+    }
     generated.push_back({change.row, blank_keys[i]->field, (*values)[i]});
+    written.after[blank_keys[i]->field] = (*values)[i];
   }
+  return written;
 }
 
 // After the commit: the screen shows the keys the database chose at once.

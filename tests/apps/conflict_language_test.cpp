@@ -10,8 +10,8 @@ namespace {
 
 constexpr auto npos = std::string::npos;
 constexpr const char* kConflict =
-    "[Error] Error:3640 The row was changed or deleted by someone else after it was read; "
-    "nothing was saved.";
+    "[Error] Error:3640 The row was changed by someone else after it was read; nothing was "
+    "saved. Your changes are kept: write them over the other change, or take the other change.";
 
 TEST_F(AppSession, ChangesBySecondConnectionAreReportedOnSave) {
   const int32_t edited = FirstOrderWhere("Locked = 0 AND Qty <> 8");
@@ -22,11 +22,11 @@ TEST_F(AppSession, ChangesBySecondConnectionAreReportedOnSave) {
   app.ReadUntil("Type help for the commands.");
   Database()->Execute("UPDATE Orders SET Note = 'changed elsewhere'" + where);
   Database()->Execute("UPDATE Orders SET Qty = Qty + 1 WHERE OrderId = " + std::to_string(deleted));
-  app.Send(Goto(deleted) + "\ndelete\nsave\n" + Goto(edited) + "\nset Quantity 8\nsave\nrefresh\n" +
-           Goto(edited) + "\nquit\n");
+  app.Send(Goto(deleted) + "\ndelete\nsave\nundo\n" + Goto(edited) +
+           "\nset Quantity 8\nsave\nundo\nrefresh\n" + Goto(edited) + "\nquit\n");
   const AppRun run = app.Finish();
   EXPECT_EQ(CountLines(run.output, kConflict), 2) << run.output;
-  EXPECT_NE(run.output.find("Not saved: the change was taken back."), npos);
+  EXPECT_NE(run.output.find("Not saved: correct the row and save again."), npos);
   EXPECT_EQ(FieldValue(run.output, "Note"), "changed elsewhere");  // after refresh
   EXPECT_EQ(Query("SELECT Qty, Note FROM Orders" + where),
             (Rows{{qty, Variant("changed elsewhere")}}));

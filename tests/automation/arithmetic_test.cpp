@@ -21,6 +21,8 @@ Variant I(int16_t v) { return Variant(v); }
 Variant L(int32_t v) { return Variant(v); }
 Variant C(int64_t units) { return Variant(Currency{units}); }
 Variant D(double serial) { return Variant(Date{serial}); }
+Variant LL(int64_t v) { return Variant(v); }
+Variant Dec(const char* text) { return Variant(CDec(Variant(text))); }
 
 struct Case {
   const char* what;
@@ -76,6 +78,32 @@ TEST(VariantArithmetic, ResultKindsValuesAndErrorsFollowThePlatform) {
       {"Double overflow", kMul, Variant(1e308), I(10), {}, 6},
       {"Double to Currency overflow", kAdd, Variant(1e300), C(1), {}, 6},
       {"quotient overflow", kDiv, Variant(1e308), Variant(1e-10), {}, 6},
+      {"Long + LongLong is LongLong", kAdd, L(1), LL(2), LL(3)},
+      {"LongLong keeps every digit", kAdd, LL(9007199254740992), I(1), LL(9007199254740993)},
+      {"LongLong * Long", kMul, LL(3000000000), L(3), LL(9000000000)},
+      {"LongLong - Long to the least", kSub, LL(-INT64_MAX), L(1), LL(INT64_MIN)},
+      {"LongLong overflow", kAdd, LL(INT64_MAX), L(1), {}, 6},
+      {"LongLong + Double is Double", kAdd, LL(2), Variant(0.5), Variant(2.5)},
+      {"LongLong * Currency is Currency", kMul, LL(3), C(12500), C(37500)},
+      {"LongLong beyond Currency", kAdd, LL(INT64_MAX), C(1), {}, 6},
+      {"LongLong / Long is Double", kDiv, LL(1), L(4), Variant(0.25)},
+      {"Decimal + Long is Decimal", kAdd, Dec("1234567890.1234567891"), L(1),
+       Dec("1234567891.1234567891")},
+      {"Decimal + Double", kAdd, Dec("0.1"), Variant(0.2), Dec("0.3")},
+      {"Decimal * Currency", kMul, Dec("1.5"), C(20000), Dec("3")},
+      {"Date + Decimal is Decimal", kAdd, D(1), Dec("0.5"), Dec("1.5")},
+      {"text - Decimal reads the text exactly", kSub, Variant("12345678901234567.5"), Dec("0.5"),
+       Dec("12345678901234567")},
+      {"Decimal / Decimal is Decimal", kDiv, Dec("1"), Dec("3"),
+       Dec("0.3333333333333333333333333333")},
+      {"Long / Decimal", kDiv, L(1), Dec("8"), Dec("0.125")},
+      {"Decimal product rounds half to even", kMul, Dec("0.0000000000000000000000000001"),
+       Dec("0.5"), Dec("0")},
+      {"Decimal product keeps 29 digits", kMul, Dec("7922816251426433759354395033.5"), I(10),
+       Dec("79228162514264337593543950335")},
+      {"Decimal overflow", kAdd, Dec("79228162514264337593543950335"), L(1), {}, 6},
+      {"Decimal x / 0", kDiv, Dec("1"), L(0), {}, 11},
+      {"Decimal 0 / 0", kDiv, Dec("0"), I(0), {}, 6},
   };
   for (const Case& c : cases) {
     try {

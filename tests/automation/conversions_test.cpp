@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <limits>
 #include <vector>
 
 #include "varnel/variant.h"
@@ -37,6 +38,16 @@ TEST(VariantToString, WritesTheStandardTextForm) {
       {Variant(Date{0.25}), "6:00:00 AM"},
       {Variant(Date{-1.25}), "12/29/1899 6:00:00 AM"},
       {Variant("text"), "text"},
+      {Variant(int64_t{9007199254740993}), "9007199254740993"},
+      {Variant(int64_t{INT64_MIN}), "-9223372036854775808"},
+      {Variant(CDec(Variant("1234567890.1234567891"))), "1234567890.1234567891"},
+      {Variant(CDec(Variant("1.50"))), "1.5"},
+      {Variant(CDec(Variant("-1E-4"))), "-0.0001"},
+      {Variant(CDec(Variant("79228162514264337593543950335"))), "79228162514264337593543950335"},
+      {Variant(CDec(Variant("1.23456789012345678901234567891"))), "1.2345678901234567890123456789"},
+      {Variant(CDec(Variant("-1E-29"))), "0"},
+      {Variant(CDec(Variant(0.1 + 0.2))), "0.3"},
+      {Variant(CDec(Variant(Currency{-12345}))), "-1.2345"},
   };
   for (const Case& c : cases) {
     EXPECT_EQ(CStr(c.value), c.text);
@@ -88,6 +99,29 @@ TEST(VariantConversions, NumbersBooleansAndDatesFromEveryKind) {
   for (const Variant& no : {Variant(), Variant(0.0), Variant("false"), Variant("0")}) {
     EXPECT_FALSE(no.ToBool()) << CStr(no);
   }
+  struct Exact {
+    Variant value;
+    int64_t whole;  // CLngLng, rounding half to even
+    double number;  // CDbl
+  };
+  const std::vector<Exact> exact = {
+      {Variant("9007199254740993"), 9007199254740993, 9007199254740992.0},
+      {Variant(int64_t{-9007199254740993}), -9007199254740993, -9007199254740992.0},
+      {Variant(CDec(Variant("2.5"))), 2, 2.5},
+      {Variant(CDec(Variant("-3.5"))), -4, -3.5},
+      {Variant(CDec(Variant("1234567890.1234567891"))), 1234567890, 1234567890.1234567891},
+      {Variant(Currency{25000}), 2, 2.5},
+      {Variant(-2.5), -2, -2.5},
+      {Variant(true), -1, -1},
+  };
+  for (const Exact& c : exact) {
+    EXPECT_EQ(CLngLng(c.value), c.whole) << CStr(c.value);
+    EXPECT_EQ(c.value.ToDouble(), c.number) << CStr(c.value);
+  }
+  EXPECT_EQ(Variant(int64_t{-5}).ToLong(), -5);
+  EXPECT_EQ(Variant(CDec(Variant("0.00005"))).ToCurrency().Value, 0);
+  EXPECT_EQ(Variant(CDec(Variant("0.00015"))).ToCurrency().Value, 2);
+  EXPECT_EQ(Variant(int64_t{1}).ToCurrency().Value, 10000);
   EXPECT_EQ(Variant(37747.5).ToDate().Value, 37747.5);
   EXPECT_EQ(Variant(int32_t{2}).ToDate().Value, 2);
   EXPECT_EQ(Variant().ToDate().Value, 0);
@@ -120,6 +154,20 @@ TEST(VariantConversions, FailuresRaiseTheirNumbers) {
       {"CDate(2/30/2003)", [] { CDate(Variant("2/30/2003")); }, 13},
       {"CDate(37747)", [] { CDate(Variant("37747")); }, 13},
       {"CDate(1e9)", [] { CDate(Variant(1e9)); }, 6},
+      {"CLngLng(2^63 text)", [] { CLngLng(Variant("9223372036854775808")); }, 6},
+      {"CLngLng(9.3e18)", [] { CLngLng(Variant(9.3e18)); }, 6},
+      {"CLngLng(Null)", [] { CLngLng(Variant::Null()); }, 94},
+      {"CLngLng(abc)", [] { CLngLng(Variant("abc")); }, 13},
+      {"CLng(LongLong 2^31)", [] { Variant(int64_t{2147483648}).ToLong(); }, 6},
+      {"CCur(LongLong max)", [] { Variant(int64_t{INT64_MAX}).ToCurrency(); }, 6},
+      {"CDec(Null)", [] { CDec(Variant::Null()); }, 94},
+      {"CDec(abc)", [] { CDec(Variant("abc")); }, 13},
+      {"CDec(2^96 text)", [] { CDec(Variant("79228162514264337593543950336")); }, 6},
+      {"CDec(1e29)", [] { CDec(Variant(1e29)); }, 6},
+      {"CStr(Date beyond the calendar)", [] { CStr(Variant(Date{1e300})); }, 6},
+      {"Format(infinity)", [] { Format(Variant(std::numeric_limits<double>::infinity()), "0"); },
+       6},
+      {"CCur(Decimal 1e15)", [] { Variant(CDec(Variant("1E15"))).ToCurrency(); }, 6},
   };
   for (const Case& c : cases) {
     try {

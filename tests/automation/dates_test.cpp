@@ -105,7 +105,7 @@ TEST(Format, WritesDateAndNumberPatterns) {
   struct Case {
     Variant value;
     const char* pattern;
-    const char* text;
+    std::string text;
   };
   const std::vector<Case> cases = {
       {t, "mm/dd/yyyy hh:nn:ss", "05/06/2003 13:05:09"},
@@ -149,6 +149,12 @@ TEST(Format, WritesDateAndNumberPatterns) {
       {Variant(1.5), "", "1.5"},
       {Variant(1234.5), "Standard", "1,234.50"},
       {Variant(0.5), "Percent", "50.00%"},
+      {Variant(1.5), "0\\", "2"},          // a trailing backslash escapes nothing
+      {Variant(1.5), "0\"\\;\"", "2\\;"},  // a quoted backslash is no escape
+      {Variant(1e308), "0%", "1" + std::string(310, '0') + "%"},
+      {Variant(int64_t{1234567}), "#,##0", "1,234,567"},
+      {Variant(int64_t{9007199254740993}), "General Number", "9007199254740993"},
+      {Variant(CDec(Variant("2.5"))), "0.0", "2.5"},
   };
   for (const Case& c : cases) {
     EXPECT_EQ(Format(c.value, c.pattern), c.text) << c.pattern;

@@ -40,6 +40,16 @@ TEST(ValuesEqual, ComparesNumbersTextAndDatesAsTheValueStoreNeeds) {
       {Variant(), Variant(""), false},
       {Variant(), Variant(int16_t{0}), false},
       {Variant::Null(), Variant(false), false},
+      {Variant(int64_t{9007199254740992}), Variant(int64_t{9007199254740993}), false},
+      {Variant(int64_t{5}), Variant(int32_t{5}), true},
+      {Variant("9007199254740993"), Variant(int64_t{9007199254740992}), false},
+      {Variant("9,007,199,254,740,993"), Variant(int64_t{9007199254740993}), true},
+      {Variant(CDec(Variant("1.50"))), Variant(Currency{15000}), true},
+      {Variant(CDec(Variant("1234567890.1234567891"))),
+       Variant(CDec(Variant("1234567890.1234567892"))), false},
+      {Variant("1234567890.12345678910"), Variant(CDec(Variant("1234567890.1234567891"))), true},
+      {Variant(CDec(Variant("0.5"))), Variant(0.5), true},
+      {Variant(CDec(Variant("-1"))), Variant(true), true},
   };
   for (const Case& c : cases) {
     EXPECT_EQ(ValuesEqual(c.a, c.b), c.equal) << c.a.TypeName() << " vs " << c.b.TypeName();

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -27,11 +28,19 @@ TEST(VariantStorage, EachConstructorGivesItsKindAndTypeName) {
       {Variant("abc"), vbString, "String"},
       {Variant(std::string(40, 'x')), vbString, "String"},
       {Variant(true), vbBoolean, "Boolean"},
+      {Variant(int64_t{7}), vbLongLong, "LongLong"},
+      {Variant(Decimal{7, 0, 1, false}), vbDecimal, "Decimal"},
   };
   for (const Row& row : rows) {
     EXPECT_EQ(row.value.VarType(), row.type) << row.name;
     EXPECT_EQ(row.value.TypeName(), row.name);
   }
+  // A Decimal's 102 bits share the 16 bytes with the tag and come back whole.
+  const Decimal widest{UINT64_MAX, UINT32_MAX, 28, true};
+  const Decimal kept = Variant(widest).AsDecimal();
+  EXPECT_EQ(std::tie(kept.Lo, kept.Hi, kept.Scale, kept.Negative),
+            std::tie(widest.Lo, widest.Hi, widest.Scale, widest.Negative));
+  EXPECT_EQ(Variant(int64_t{INT64_MIN}).AsLongLong(), INT64_MIN);
 }
 
 TEST(VariantStorage, TextOfEveryLengthAndContentRoundTrips) {

@@ -1,38 +1,57 @@
 // A long seeded random sequence of edits, saves and moves against a real
-// table, with a client that writes every saved row through the database and
-// sometimes fails. Whenever nothing is pending, the rows in memory must be the
-// rows in the table; and every change the user made and did not take back
-// (Undo, a failed save, a discard) must have reached the table.
-#include <chrono>
+// table, written by a TableWriter whose database fails now and then (faults
+// injected into the real driver) and whose client sometimes rolls a save
+// back. Whenever nothing is pending, the rows in memory must be the rows in
+// the table; every change the user made and did not take back (Undo, a
+// roll-back, a discard) must have reached the table; and a save that failed
+// must leave the edit pending exactly as it was typed.
 #include <random>
 
 #include "editing/items_table.h"
 #include "support/capture_ui.h"
+#include "support/fault_driver.h"
+#include "varnel/table_writer.h"
 
 namespace varnel::testing {
 namespace {
 
 const char* const kNames[] = {"Ann", "Bo", "Cy", "Di", "Ed", "Flo"};
 
-// Writes the pending row in one transaction and answers, mostly E_Succeed.
+constexpr Fault kFaults[] = {Fault::kStatement, Fault::kCommit, Fault::kCommitLost,
+                             Fault::kDropConnection, Fault::kUnexpected};
+
+// The client around a TableWriter: before it, gives a new row its Id and
+// sometimes rolls the save back (E_OtherErr) or injects a fault into the
+// writer's database; after it, notes the answer.
 class WritingClient : public ClsRecordsetEvents {
  public:
-  WritingClient(ClsRecordset& rs, ItemsTable& table, std::mt19937& random)
-      : rs_(rs), table_(table), random_(random) {}
+  WritingClient(ClsRecordset& rs, ItemsTable& table, std::mt19937& random, FaultScope& faults)
+      : rs_(rs), table_(table), random_(random), faults_(faults) {}
 
   void UserUpdateRecord(Enum_EditRecord& Update_Succeed) override {
-    db::Connection& cn = *table_.connection;
-    cn.BeginTrans();
-    Write(rs_.EditStatus());
-    const int draw = static_cast<int>(random_() % 10);
-    last_answer = Update_Succeed = draw < 8 ? E_Succeed : draw < 9 ? E_Defeat : E_OtherErr;
-    if (Update_Succeed == E_Succeed) {
-      cn.CommitTrans();
-    } else {
-      cn.RollbackTrans();
+    faults_.Disarm();
+    typed_ = Memory();
+    fired_ = faults_.fired();
+    if ((rs_.EditStatus() == E_AddNew || rs_.EditStatus() == E_Copy) &&
+        rs_.Item("Id")->GetValue(rs_.Rows()).IsBlank()) {
+      rs_.Item("Id")->SetValue(Variant(next_id_++), rs_.Rows());
+      typed_ = Memory();
     }
-    ++answers;
+    const int draw = static_cast<int>(random_() % 10);
+    if (draw == 9 && !outcome_unknown) {
+      Update_Succeed = E_OtherErr;
+    } else if (draw >= 6) {
+      fault_ = kFaults[random_() % 5];
+      faults_.Arm(fault_);
+    }
   }
+
+  // Advised after the writer: sees its answer.
+  struct Observer : ClsRecordsetEvents {
+    explicit Observer(WritingClient& client) : client(client) {}
+    void UserUpdateRecord(Enum_EditRecord& answer) override { client.Answered(answer); }
+    WritingClient& client;
+  };
 
   // A save or a roll-back has just ended: a committed change must be in the table.
   void SysUpdateRecordAfter() override {
@@ -60,6 +79,17 @@ class WritingClient : public ClsRecordsetEvents {
     }
   }
 
+  // After a failed save: the edit is pending as it was typed.
+  void CheckKept() {
+    if (defeated_) {
+      ++kept;
+      if (Memory() != typed_) {
+        Fail("a failed save changed what was typed");
+      }
+      defeated_ = false;
+    }
+  }
+
   // The user's change of field in the row being modified, as memory holds it now.
   void RememberChange(const std::string& field) {
     const Variant key = rs_.GetModifyValue("Id");
@@ -69,10 +99,28 @@ class WritingClient : public ClsRecordsetEvents {
   }
 
   Enum_EditRecord last_answer = E_Succeed;
-  int answers = 0, checks = 0;
+  int answers = 0, checks = 0, kept = 0;
+  // The last commit was lost: until a save settles it, the edit must be saved
+  // again, not taken back.
+  bool outcome_unknown = false;
   std::string first_difference;
 
  private:
+  void Answered(Enum_EditRecord answer) {
+    last_answer = answer;
+    ++answers;
+    const bool fired = faults_.fired() > fired_;
+    defeated_ = answer == E_Defeat;
+    if (answer == E_Succeed || answer == E_OtherErr) {
+      outcome_unknown = false;
+    } else if (fired && fault_ == Fault::kCommitLost) {
+      outcome_unknown = true;
+    }
+    if (answer == E_Defeat && !fired) {
+      Fail("a save failed without a fault");
+    }
+  }
+
   void Fail(const std::string& difference) {
     if (first_difference.empty()) {
       first_difference = difference;
@@ -88,30 +136,25 @@ class WritingClient : public ClsRecordsetEvents {
     return 0;
   }
 
-  std::vector<Variant> Values(int32_t row) const {
-    return {rs_.Item("Name")->GetValue(row), rs_.Item("Qty")->GetValue(row),
-            rs_.Item("Price")->GetValue(row), rs_.Item("Id")->GetValue(row)};
-  }
-
-  void Write(Enum_EditStatus status) {
-    db::Connection& cn = *table_.connection;
-    if (status == E_Modify) {
-      cn.Execute("UPDATE Items SET [Name]=?, [Qty]=?, [Price]=? WHERE [Id]=?",
-                 Values(RowOf(rs_.GetModifyValue("Id"))));
-    } else if (status == E_AddNew || status == E_Copy) {
-      const int32_t row = rs_.Rows();  // the inserted row is the last
-      if (rs_.Item("Id")->GetValue(row).IsBlank()) {
-        rs_.Item("Id")->SetValue(Variant(next_id_++), row);
+  // Every row in memory, and the edit status.
+  std::vector<Variant> Memory() const {
+    std::vector<Variant> values{Variant(static_cast<int32_t>(rs_.EditStatus()))};
+    for (int32_t r = 1; r <= rs_.Rows(); ++r) {
+      for (const char* column : ItemsTable::kColumns) {
+        values.push_back(rs_.Item(column)->GetValue(r));
       }
-      cn.Execute("INSERT INTO Items ([Name], [Qty], [Price], [Id]) VALUES (?,?,?,?)", Values(row));
-    } else if (status == E_Delete || status == E_ModifyDelete) {
-      cn.Execute("DELETE FROM Items WHERE [Id]=?", {rs_.GetDeleteValue("Id")});
     }
+    return values;
   }
 
   ClsRecordset& rs_;
   ItemsTable& table_;
   std::mt19937& random_;
+  FaultScope& faults_;
+  Fault fault_ = Fault::kNone;
+  int fired_ = 0;
+  bool defeated_ = false;
+  std::vector<Variant> typed_;
   int32_t next_id_ = 1000;
   std::map<std::pair<int32_t, std::string>, Variant> changes_;
 };
@@ -133,21 +176,32 @@ TEST_P(RandomEditingSequence, MemoryAndTableAgreeAfterEverySave) {
     rows.push_back({id, Variant(kNames[id % 6]), Variant(id), Variant(id / 4.0)});
   }
   ItemsTable table(rows, GetParam());
+  FaultScope faults;  // after the table's own connection: that one is never faulted
   ClsRecordset rs;
   table.Load(rs);
+  for (const char* column : ItemsTable::kColumns) {
+    rs.Item(column)->IsData = rs.Item(column)->SaveToDB = true;
+  }
   rs.Item("Name")->EnableNull = false;  // a Null name fails validation
   rs.Item("Qty")->Copy = rs.Item("Price")->Copy = true;
-  WritingClient client(rs, table, random);
+  WritingClient client(rs, table, random, faults);
   const int32_t cookie = rs.Advise(&client);
+  TableWriter writer(rs);
+  writer.Connection = std::make_shared<db::Connection>();
+  writer.Connection->Open(table.connection_string);
+  WritingClient::Observer observer(client);
+  const int32_t observer_cookie = rs.Advise(&observer);
   bool (ClsRecordset::*const moves[])() = {&ClsRecordset::MoveNext, &ClsRecordset::MovePrevious,
                                            &ClsRecordset::MoveFirst, &ClsRecordset::MoveLast};
 
-  const auto start = std::chrono::steady_clock::now();
   for (int step = 0; step < 5000; ++step) {
     if (rs.Locked() && below(3) == 0) {
       rs.Locked(false);  // locked spells stay short
     }
-    const int op = below(100);
+    if (client.outcome_unknown) {
+      rs.Locked(false);  // the save that settles it is not discarded
+    }
+    const int op = client.outcome_unknown ? 60 : below(100);
     if (op < 30) {
       const std::string field = ItemsTable::kColumns[3 - below(4)];
       const int32_t row = below(5) == 0 && rs.Rows() > 0 ? 1 + below(rs.Rows()) : 0;
@@ -173,8 +227,9 @@ TEST_P(RandomEditingSequence, MemoryAndTableAgreeAfterEverySave) {
     } else if (rs.Rows() > 0) {
       rs.SetEdit(below(3) != 0, 1 + below(rs.Rows()));
     }
+    client.CheckKept();
     client.CheckSettled();
-    ASSERT_EQ(client.first_difference, "") << "after step " << step;
+    ASSERT_EQ(client.first_difference, "") << "after step " << step << ": " << capture.LastText();
   }
   rs.Locked(false);
   for (int attempt = 0; attempt < 50 && rs.EditStatus() != E_Default; ++attempt) {
@@ -186,8 +241,8 @@ TEST_P(RandomEditingSequence, MemoryAndTableAgreeAfterEverySave) {
   EXPECT_EQ(table.Difference(rs), "");
   EXPECT_GT(client.answers, 300);
   EXPECT_GT(client.checks, 1000);
-  // About a second on a loaded machine; catches a runaway.
-  EXPECT_LT(std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count(), 5.0);
+  EXPECT_GT(client.kept, 50);
+  rs.Unadvise(observer_cookie);
   rs.Unadvise(cookie);
 }
 

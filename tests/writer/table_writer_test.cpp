@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <tuple>
@@ -26,6 +27,10 @@ class TableWriterBase : public ::testing::Test {
 
   void SetUp() override {
     other_ = Open();
+    CreateItems();
+  }
+
+  void CreateItems() {
     // A key the database fills in: SQLite's rowid, PostgreSQL's sequence.
     const char* key =
         db_.provider() == TestProvider::kSqlite ? "INTEGER PRIMARY KEY" : "SERIAL PRIMARY KEY";
@@ -68,6 +73,15 @@ class TableWriterBase : public ::testing::Test {
     twice->Edit = twice->EnableNull = true;
     ASSERT_FALSE(rs_.InitDataSource());
     ASSERT_EQ(rs_.Rows(), 3);
+  }
+
+  // A fresh Items table, loaded again.
+  void Reload() {
+    rs_.CloseDataSource();
+    rs_.Clear();
+    other_->Execute("DROP TABLE Items");
+    CreateItems();
+    Load();
   }
 
   Rows Query(const std::string& sql) {
@@ -132,36 +146,121 @@ TEST_P(TableWriterTest, DayFieldFindsItsRowWhateverTimeTheColumnHolds) {
             (Rows{{Variant(int32_t{21}), Variant(CDate(Variant("2024-02-01 08:30:00")))}}));
 }
 
-TEST_P(TableWriterTest, InsertShowsTheKeyTheDatabaseGenerated) {
+// Each save kind on a fresh table: what reaches the database, and the key the
+// database generated shown in row 4.
+TEST_P(TableWriterTest, EverySaveKindWritesItsRow) {
+  struct Case {
+    const char* name;
+    std::function<void(ClsRecordset&)> edit;
+    Rows table;  // Id, Name, Qty, Note of the rows with Id 1 or 4 afterwards
+  };
+  const Case cases[] = {
+      {"insert",
+       [](ClsRecordset& rs) { rs.NewRecord(), rs.Modify("Name", "spring"), rs.Modify("Qty", 5); },
+       {{1, "bolt", 10, Variant::Null()}, {4, "spring", 5, Variant::Null()}}},
+      {"copy",
+       [](ClsRecordset& rs) { rs.MoveNext(), rs.CopyRecord(); },
+       {{1, "bolt", 10, Variant::Null()}, {4, "nut", 20, "x"}}},
+      {"delete (a date stored without time)", [](ClsRecordset& rs) { rs.DeleteRecord(); }, {}},
+      {"modify, then delete",
+       [](ClsRecordset& rs) { rs.Modify("Qty", 11), rs.DeleteRecord(); },
+       {}},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.name);
+    Reload();
+    TableWriter writer(rs_);
+    c.edit(rs_);
+    EXPECT_EQ(rs_.UpdateRecord(), E_Succeed) << Shown();
+    EXPECT_EQ(
+        Query("SELECT [Id], [Name], [Qty], [Note] FROM Items WHERE [Id] IN (1, 4) ORDER BY [Id]"),
+        c.table);
+    EXPECT_EQ(rs_.Item("Id")->GetValue(4), c.table.size() == 2 ? c.table[1][0] : Variant());
+  }
+}
+
+// A refused save keeps the edit pending with every typed value, and the
+// message says what to do, naming the field the database named.
+struct Refusal {
+  const char* name;
+  const char* setup;  // run by the other connection first ("" = nothing)
+  bool new_row;       // a new row instead of an edit of row 1
+  const char* field;  // set to value; "" = leave the row as it is
+  Variant value;
+  const char* message;  // the start of what the user is told
+};
+
+TEST_P(TableWriterTest, RefusedSaveKeepsTheEditAndNamesTheField) {
+  const Refusal refusals[] = {
+      {"not null", "", false, "Name", Variant::Null(), "'Name' needs a value"},
+      {"new row not null", "", true, "Qty", Variant(int32_t{3}), "'Name' needs a value"},
+      {"unique", "", false, "Id", Variant(int32_t{2}), "The value of 'Id' is already used"},
+      {"unique index", "CREATE UNIQUE INDEX NoteOnce ON Items (\"Note\")", false, "Note",
+       Variant("x"), "The value of 'Note' is already used"},
+  };
   Load();
+  rs_.Item("Name")->EnableNull = true;  // leave the refusal to the database
+  TableWriter writer(rs_);
+  for (const Refusal& refusal : refusals) {
+    SCOPED_TRACE(refusal.name);
+    if (*refusal.setup != '\0') {
+      other_->Execute(refusal.setup);
+    }
+    const Rows before = Query("SELECT * FROM Items ORDER BY [Id]");
+    if (refusal.new_row) {
+      ASSERT_FALSE(rs_.NewRecord());
+    }
+    ASSERT_FALSE(rs_.Modify(refusal.field, refusal.value));
+    const Enum_EditStatus status = rs_.EditStatus();
+    EXPECT_EQ(rs_.UpdateRecord(), E_Defeat);
+    EXPECT_EQ(capture_.LastText().rfind(refusal.message, 0), 0u) << Shown();
+    EXPECT_EQ(rs_.EditStatus(), status);
+    EXPECT_EQ(rs_.Item(refusal.field)->GetValue(), refusal.value);
+    EXPECT_EQ(Query("SELECT * FROM Items ORDER BY [Id]"), before);
+    ASSERT_FALSE(rs_.UndoRecord());
+  }
+  // The transaction was ended: the next save goes through.
+  rs_.MoveFirst();
+  rs_.Modify("Qty", int32_t{12});
+  EXPECT_EQ(rs_.UpdateRecord(), E_Succeed) << Shown();
+  EXPECT_EQ(Query("SELECT [Qty] FROM Items WHERE [Id] = 1"), (Rows{{Variant(int32_t{12})}}));
+}
+
+TEST_P(TableWriterTest, NewRowWithItsOwnKeyLeftEmptyIsRefusedNamingTheKey) {
+  other_->Execute("CREATE TABLE Codes (\"Code\" VARCHAR(8) PRIMARY KEY, \"Name\" TEXT)");
+  rs_.ConnectString = db_.ConnectionString();
+  rs_.TableName = "Codes";
+  for (const char* name : {"Code", "Name"}) {
+    auto field = rs_.Add(name);
+    field->FieldType = F_Text;
+    field->IsData = field->SaveToDB = field->Edit = field->EnableNull = true;
+  }
+  ASSERT_FALSE(rs_.InitDataSource());
   TableWriter writer(rs_);
   ASSERT_FALSE(rs_.NewRecord());
-  rs_.Modify("Name", "spring");
-  rs_.Modify("Qty", int32_t{5});
-  EXPECT_EQ(rs_.UpdateRecord(), E_Succeed);
-  EXPECT_EQ(rs_.Item("Id")->GetValue(4), Variant(int32_t{4}));
-  EXPECT_EQ(Query("SELECT [Name], [Qty], [Note] FROM Items WHERE [Id] = 4"),
-            (Rows{{Variant("spring"), Variant(int32_t{5}), Variant::Null()}}));
+  rs_.Modify("Name", "no code");
+  EXPECT_EQ(rs_.UpdateRecord(), E_Defeat);
+  EXPECT_EQ(capture_.LastText().rfind("'Code' ", 0), 0u) << Shown();
+  EXPECT_EQ(Query("SELECT COUNT(*) FROM Codes"), (Rows{{Variant(int32_t{0})}}));
+  rs_.Modify("Code", "A1");
+  EXPECT_EQ(rs_.UpdateRecord(), E_Succeed) << Shown();
+  EXPECT_EQ(Query("SELECT [Code], [Name] FROM Codes"), (Rows{{Variant("A1"), Variant("no code")}}));
 }
 
-TEST_P(TableWriterTest, CopyInsertsTheCopiedValuesUnderANewKey) {
+TEST_P(TableWriterTest, TextWithANulIsStoredWholeOrRefused) {
   Load();
   TableWriter writer(rs_);
-  rs_.MoveNext();
-  ASSERT_FALSE(rs_.CopyRecord());
-  EXPECT_EQ(rs_.UpdateRecord(), E_Succeed);
-  EXPECT_EQ(rs_.Item("Id")->GetValue(4), Variant(int32_t{4}));
-  EXPECT_EQ(Query("SELECT [Name], [Qty], [Note] FROM Items WHERE [Id] = 4"),
-            (Rows{{Variant("nut"), Variant(int32_t{20}), Variant("x")}}));
-}
-
-TEST_P(TableWriterTest, DeleteRemovesTheRowItWasLoadedFrom) {
-  Load();
-  TableWriter writer(rs_);
-  ASSERT_FALSE(rs_.DeleteRecord());  // row 1: Made stored as a date without time
-  EXPECT_EQ(rs_.UpdateRecord(), E_Succeed);
-  EXPECT_EQ(Query("SELECT [Id] FROM Items ORDER BY [Id]"),
-            (Rows{{Variant(int32_t{2})}, {Variant(int32_t{3})}}));
+  const Variant text(std::string_view("a\0b", 3));
+  rs_.Modify("Note", text);
+  if (db_.provider() == TestProvider::kSqlite) {
+    EXPECT_EQ(rs_.UpdateRecord(), E_Succeed) << Shown();
+    EXPECT_EQ(Query("SELECT [Note] FROM Items WHERE [Id] = 1"), (Rows{{text}}));
+  } else {
+    EXPECT_EQ(rs_.UpdateRecord(), E_Defeat);
+    EXPECT_EQ(capture_.LastText().rfind("The text of 'Note' holds a NUL character", 0), 0u)
+        << Shown();
+    EXPECT_EQ(rs_.Item("Note")->GetValue(), text);
+  }
 }
 
 // On every provider, in both languages.
@@ -173,63 +272,84 @@ class TableWriterConflictTest
   static int32_t Language() { return std::get<1>(GetParam()); }
 };
 
-TEST_P(TableWriterConflictTest, RowChangedBySomeoneElseIsReportedAndKeepsTheirValues) {
+TEST_P(TableWriterConflictTest, RowChangedBySomeoneElseKeepsTheEditAndShowsBothVersions) {
   Load();
   SetThreadUILanguage(Language());
   TableWriter writer(rs_);
   other_->Execute("UPDATE Items SET [Qty] = 99 WHERE [Id] = 1");
   rs_.Modify("Name", "hex bolt");
-  EXPECT_EQ(rs_.UpdateRecord(), E_OtherErr);
+  EXPECT_EQ(rs_.UpdateRecord(), E_Defeat);
+  EXPECT_EQ(rs_.EditStatus(), E_Modify);
   EXPECT_EQ(Query("SELECT [Name], [Qty] FROM Items WHERE [Id] = 1"),
             (Rows{{Variant("bolt"), Variant(int32_t{99})}}));
   ASSERT_EQ(capture_.shown().size(), 1u) << Shown();
   EXPECT_EQ(capture_.shown()[0].text,
             Language() == 1033
-                ? "The row was changed or deleted by someone else after it was read; nothing "
-                  "was saved."
-                : "该行在读取后已被他人修改或删除，未保存任何内容。");
+                ? "The row was changed by someone else after it was read; nothing was saved. "
+                  "Your changes are kept: write them over the other change, or take the other "
+                  "change."
+                : "该行在读取后已被他人修改，未保存任何内容。您的修改已保留：可以用您的修改覆盖，"
+                  "或采用他人的修改。");
   EXPECT_EQ(capture_.shown()[0].title, LoadResString(106) + "3640");
+  const std::optional<SaveConflict> conflict = writer.PendingConflict();
+  ASSERT_TRUE(conflict);
+  EXPECT_EQ(conflict->Row, 1);
+  EXPECT_FALSE(conflict->RowDeleted);
+  std::vector<std::tuple<std::string, Variant, Variant, Variant, bool>> fields;
+  for (const ConflictField& f : conflict->Fields) {
+    fields.emplace_back(f.Name, f.Loaded, f.Typed, f.Database, f.ChangedByOthers);
+  }
+  EXPECT_EQ(fields[1], std::make_tuple(std::string("Name"), Variant("bolt"), Variant("hex bolt"),
+                                       Variant("bolt"), false));
+  EXPECT_EQ(fields[2], std::make_tuple(std::string("Qty"), Variant(int32_t{10}),
+                                       Variant(int32_t{10}), Variant(int32_t{99}), true));
 }
 
 INSTANTIATE_TEST_SUITE_P(BothLanguages, TableWriterConflictTest,
                          ::testing::Combine(::testing::ValuesIn(testing::AllTestProviders()),
                                             ::testing::Values(1033, 2052)));
 
-TEST_P(TableWriterTest, DeletingARowSomeoneElseDeletedIsReported) {
-  Load();
-  TableWriter writer(rs_);
-  other_->Execute("DELETE FROM Items WHERE [Id] = 1");
-  rs_.DeleteRecord();
-  EXPECT_EQ(rs_.UpdateRecord(), E_OtherErr);
-  EXPECT_EQ(capture_.shown().size(), 1u) << Shown();
-}
+// Every conflict (row changed or deleted, under a modification or a deletion)
+// with both resolutions: the table and the recordset end up alike.
+TEST_P(TableWriterTest, ConflictsAreResolvedEitherWay) {
+  struct Case {
+    const char* other;  // what someone else did to row 1
+    bool delete_mine;   // the user deletes row 1 instead of changing its Qty
+    bool keep_mine;
+    Rows table;  // Name, Qty of the rows with Id 1 afterwards
+    int32_t rows;
+  };
+  const char* change = "UPDATE Items SET [Name] = 'theirs'";
+  const char* remove = "DELETE FROM Items";
+  const Rows mine{{Variant("bolt"), Variant(int32_t{5})}};
+  const Rows theirs{{Variant("theirs"), Variant(int32_t{10})}};
+  const Case cases[] = {
+      {change, false, true, mine, 3}, {change, false, false, theirs, 3},
+      {remove, false, true, mine, 3}, {remove, false, false, {}, 2},
+      {change, true, true, {}, 2},    {change, true, false, theirs, 3},
+      {remove, true, true, {}, 2},    {remove, true, false, {}, 2},
+  };
 
-TEST_P(TableWriterTest, FailingStatementIsReportedAndRolledBack) {
-  Load();
-  TableWriter writer(rs_);
-  ASSERT_FALSE(rs_.Modify("Name", Variant::Null()));  // the column is NOT NULL
-  EXPECT_EQ(rs_.UpdateRecord(), E_OtherErr);
-  ASSERT_EQ(capture_.shown().size(), 1u) << Shown();
-  EXPECT_NE(capture_.shown()[0].text.find(db_.provider() == TestProvider::kSqlite
-                                              ? "NOT NULL"
-                                              : "violates not-null constraint"),
-            std::string::npos)
-      << Shown();
-  // The transaction was ended: the next save goes through.
-  rs_.Modify("Qty", int32_t{12});
-  EXPECT_EQ(rs_.UpdateRecord(), E_Succeed) << Shown();
-  EXPECT_EQ(Query("SELECT [Name], [Qty] FROM Items WHERE [Id] = 1"),
-            (Rows{{Variant("bolt"), Variant(int32_t{12})}}));
-}
-
-TEST_P(TableWriterTest, ModifiedRowThatIsThenDeletedIsDeletedByItsStoredValues) {
-  Load();
-  TableWriter writer(rs_);
-  rs_.Modify("Qty", int32_t{11});
-  rs_.DeleteRecord();
-  ASSERT_EQ(rs_.EditStatus(), E_ModifyDelete) << Shown();
-  EXPECT_EQ(rs_.UpdateRecord(), E_Succeed);
-  EXPECT_EQ(Query("SELECT COUNT(*) FROM Items WHERE [Id] = 1"), (Rows{{Variant(int32_t{0})}}));
+  for (const Case& c : cases) {
+    SCOPED_TRACE(std::string(c.other) + (c.delete_mine ? ", deleted" : ", changed") +
+                 (c.keep_mine ? ", mine" : ", theirs"));
+    Reload();
+    TableWriter writer(rs_);
+    other_->Execute(std::string(c.other) + " WHERE [Id] = 1");
+    ASSERT_FALSE(c.delete_mine ? rs_.DeleteRecord() : rs_.Modify("Qty", int32_t{5}));
+    ASSERT_EQ(rs_.UpdateRecord(), E_Defeat);
+    ASSERT_TRUE(writer.PendingConflict()) << Shown();
+    EXPECT_EQ(c.keep_mine ? writer.ResolveKeepMine() : writer.ResolveTakeTheirs(), E_Succeed)
+        << Shown();
+    EXPECT_EQ(rs_.EditStatus(), E_Default);
+    EXPECT_FALSE(writer.PendingConflict());
+    EXPECT_EQ(Query("SELECT [Name], [Qty] FROM Items WHERE [Id] = 1"), c.table);
+    ASSERT_EQ(rs_.Rows(), c.rows);
+    if (!c.table.empty()) {
+      EXPECT_EQ(rs_.Item("Name")->GetValue(1), c.table[0][0]);
+      EXPECT_EQ(rs_.Item("Qty")->GetValue(1), c.table[0][1]);
+    }
+  }
 }
 
 TEST_P(TableWriterTest, UpdateThatMatchesTwoRowsOfATableWithoutKeyIsRolledBack) {
@@ -243,9 +363,10 @@ TEST_P(TableWriterTest, UpdateThatMatchesTwoRowsOfATableWithoutKeyIsRolledBack) 
   TableWriter writer(rs_);
   EXPECT_TRUE(writer.KeyColumns().empty());
   rs_.Modify("Qty", int32_t{7});
-  EXPECT_EQ(rs_.UpdateRecord(), E_OtherErr);
+  EXPECT_EQ(rs_.UpdateRecord(), E_Defeat);
   EXPECT_EQ(Query("SELECT SUM([Qty]) FROM Loose"), (Rows{{Variant(int32_t{4})}}));
-  EXPECT_EQ(capture_.LastText(), "2 rows match the row to be saved; nothing was saved.");
+  EXPECT_EQ(capture_.LastText(),
+            "2 rows match the row to be saved; nothing was saved. Your changes are kept.");
 }
 
 TEST_P(TableWriterTest, KeyColumnsAreTheNamedOnesOrThePrimaryKey) {
@@ -254,7 +375,7 @@ TEST_P(TableWriterTest, KeyColumnsAreTheNamedOnesOrThePrimaryKey) {
   EXPECT_EQ(TableWriter(rs_, {"Name"}).KeyColumns(), std::vector<std::string>{"Name"});
   TableWriter unknown(rs_, {"Serial"});
   rs_.Modify("Qty", int32_t{1});
-  EXPECT_EQ(rs_.UpdateRecord(), E_OtherErr);
+  EXPECT_EQ(rs_.UpdateRecord(), E_Defeat);
   EXPECT_EQ(capture_.LastText(), "The key column 'Serial' is not a field of the recordset.");
 }
 

@@ -50,10 +50,13 @@ class PgDriver final : public Driver {
   std::unique_ptr<Statement> Prepare(std::string_view sql) override {
     return std::make_unique<PgStatement>(session_, std::string(sql));
   }
+  std::unique_ptr<Statement> PrepareBound(std::string_view sql,
+                                          const std::vector<Variant>& params) override;
   void BeginTransaction() override { session_->Begin(); }
   void CommitTransaction() override { session_->Commit(); }
   void RollbackTransaction() override { session_->Rollback(); }
   bool InTransaction() const override { return session_->InTransaction(); }
+  bool TextHoldsNul() const override { return false; }  // libpq sends C strings
   Dialect GetDialect() const override { return PostgresDialect(); }
   SqlTranslator* Translator() override { return &translator_; }
   TableCatalog& Catalog() override { return catalog_; }
@@ -97,6 +100,20 @@ int64_t PgDriver::Execute(std::string_view sql, const std::vector<Variant>& para
     }
   }
   return affected;
+}
+
+std::unique_ptr<Statement> PgDriver::PrepareBound(std::string_view sql,
+                                                  const std::vector<Variant>& params) {
+  NumberedStatement numbered = NumberPlaceholders(sql);
+  if (numbered.placeholders != params.size()) {
+    RaiseProviderError(std::to_string(params.size()) + " parameters were given for " +
+                       DescribeSql("preparing", sql) + ".");
+  }
+  std::vector<std::optional<std::string>> texts;
+  for (const Variant& param : params) {
+    texts.push_back(PgParamText(param));
+  }
+  return std::make_unique<PgStatement>(session_, std::move(numbered.text), std::move(texts));
 }
 
 // libpq's options: each value's blanks and backslashes escaped by a backslash.

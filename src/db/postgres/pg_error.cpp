@@ -64,9 +64,50 @@ std::string ConnectionMessage(const PGconn* connection, const PGresult* result) 
   return message.empty() ? "out of memory" : message;
 }
 
+// The column a refused statement concerns: the server names it for NOT NULL;
+// for a unique or foreign key it is in the detail, "Key (code)=(7) already
+// exists."; for a CHECK, the constraint's name is what there is.
+std::string ColumnOf(const PGresult* result, DbFailure kind) {
+  if (result == nullptr) {
+    return {};
+  }
+  if (const char* column = PQresultErrorField(result, PG_DIAG_COLUMN_NAME)) {
+    return column;
+  }
+  if (kind == DbFailure::kCheck) {
+    const char* name = PQresultErrorField(result, PG_DIAG_CONSTRAINT_NAME);
+    return name != nullptr ? name : "";
+  }
+  const char* detail = PQresultErrorField(result, PG_DIAG_MESSAGE_DETAIL);
+  const std::string_view text = detail != nullptr ? detail : "";
+  const size_t open = text.find("Key (");
+  const size_t close = text.find(')', open);
+  if (open == std::string_view::npos || close == std::string_view::npos) {
+    return {};
+  }
+  std::string_view column = text.substr(open + 5, close - open - 5);
+  column = column.substr(0, column.find(','));
+  if (column.size() >= 2 && column.front() == '"' && column.back() == '"') {
+    column = column.substr(1, column.size() - 2);  // a name quoted for its case
+  }
+  return std::string(column);
+}
+
+DbFailure KindOf(PgFailure failure, const PGresult* result, std::string_view doing) {
+  if (failure != PgFailure::kStatement) {
+    // A connection that breaks while committing leaves the outcome unknown:
+    // the server may have committed before the connection went.
+    return failure == PgFailure::kLost && doing.starts_with("committing")
+               ? DbFailure::kCommitUnknown
+               : DbFailure::kConnectionLost;
+  }
+  const char* state = result ? PQresultErrorField(result, PG_DIAG_SQLSTATE) : nullptr;
+  return state != nullptr ? FailureOfSqlState(state) : DbFailure::kOther;
+}
+
 }  // namespace
 
-VbError PgError(PgFailure kind, const PGconn* connection, const PGresult* result,
+DbError PgError(PgFailure kind, const PGconn* connection, const PGresult* result,
                 std::string_view doing, std::string_view password, std::string_view note) {
   std::string message;
   switch (kind) {
@@ -90,7 +131,8 @@ VbError PgError(PgFailure kind, const PGconn* connection, const PGresult* result
     message += note;
   }
   MaskPassword(message, password);
-  return VbError(kErrProvider, std::move(message));
+  const DbFailure failure = KindOf(kind, result, doing);
+  return DbError(std::move(message), failure, ColumnOf(result, failure));
 }
 
 }  // namespace varnel::db::internal

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "varnel/variant.h"
+#include "db/db_errors.h"
 
 namespace varnel::db::internal {
 
@@ -23,9 +23,9 @@ enum class PgFailure {
 // when the server sent one). Doing says what was being done ("executing
 // 'UPDATE ...'"), or for kRefused which server ("127.0.0.1:5432, database d,
 // user u"); Note, when given, is added after the message. Password is masked
-// wherever it would appear.
-VbError PgError(PgFailure kind, const PGconn* connection, const PGresult* result,
+// wherever it would appear. The kind comes from the SQLSTATE; a lost
+// connection while "committing ..." is kCommitUnknown.
+DbError PgError(PgFailure kind, const PGconn* connection, const PGresult* result,
                 std::string_view doing, std::string_view password, std::string_view note = {});
-
 
 }  // namespace varnel::db::internal

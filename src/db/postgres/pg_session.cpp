@@ -61,7 +61,7 @@ PgSession::PgSession(PgConnectParams params) : params_(std::move(params)) {
   values.push_back(nullptr);
   connection_ = PQconnectdbParams(keywords.data(), values.data(), 0);
   if (connection_ == nullptr || PQstatus(connection_) != CONNECTION_OK) {
-    VbError error =
+    DbError error =
         PgError(PgFailure::kRefused, connection_, nullptr, params_.where, params_.password);
     PQfinish(connection_);
     throw error;

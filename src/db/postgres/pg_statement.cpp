@@ -5,8 +5,9 @@
 
 namespace varnel::db::internal {
 
-PgStatement::PgStatement(std::shared_ptr<PgSession> session, std::string sql)
-    : session_(std::move(session)), sql_(std::move(sql)) {
+PgStatement::PgStatement(std::shared_ptr<PgSession> session, std::string sql,
+                         std::vector<std::optional<std::string>> params)
+    : session_(std::move(session)), sql_(std::move(sql)), params_(std::move(params)) {
   const PgResult described = session_->Describe(sql_, DescribeSql("preparing", sql_));
   const int count = PQnfields(described.get());
   columns_.reserve(count);
@@ -26,7 +27,7 @@ void PgStatement::Rewind() {
 
 bool PgStatement::Step() {
   if (rows_ == nullptr) {
-    rows_ = session_->Run(sql_, {}, DescribeSql("reading the rows of", sql_));
+    rows_ = session_->Run(sql_, params_, DescribeSql("reading the rows of", sql_));
     row_ = -1;
     if (static_cast<size_t>(PQnfields(rows_.get())) != columns_.size()) {
       Rewind();

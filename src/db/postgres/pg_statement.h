@@ -5,6 +5,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,9 +17,10 @@ namespace varnel::db::internal {
 
 class PgStatement final : public Statement {
  public:
-  // Describes Sql on Session; raises the provider error when the server
-  // refuses it.
-  PgStatement(std::shared_ptr<PgSession> session, std::string sql);
+  // Describes Sql (placeholders $1, $2, ... bound to the texts of Params) on
+  // Session; raises the provider error when the server refuses it.
+  PgStatement(std::shared_ptr<PgSession> session, std::string sql,
+              std::vector<std::optional<std::string>> params = {});
 
   const std::vector<ColumnInfo>& Columns() const override { return columns_; }
   void Rewind() override;
@@ -32,6 +34,7 @@ class PgStatement final : public Statement {
 
   std::shared_ptr<PgSession> session_;
   std::string sql_;
+  std::vector<std::optional<std::string>> params_;
   std::vector<ColumnInfo> columns_;
   std::vector<PgCellKind> kinds_;  // per column, decided once from its type
   PgResult rows_;                  // the fetched rows; null before the first Step

@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "automation/calendar.h"
+#include "automation/decimal_math.h"
 
 namespace varnel::db::internal {
 namespace {
@@ -40,15 +41,15 @@ PgColumnType NumericType(int modifier) {
     return {PgCellKind::kNumeric, 0};
   }
   const int scale = (modifier - kModifierBase) & 0xffff;
-  return {scale > 0 ? PgCellKind::kDouble : PgCellKind::kLong, 0};
+  return {scale > 0 ? PgCellKind::kDecimal : PgCellKind::kLong, 0};
 }
 
-Variant WholeOrDouble(int64_t value) {
+Variant LongOrLongLong(int64_t value) {
   if (value >= std::numeric_limits<int32_t>::min() &&
       value <= std::numeric_limits<int32_t>::max()) {
     return Variant(static_cast<int32_t>(value));
   }
-  return Variant(static_cast<double>(value));
+  return Variant(value);
 }
 
 Variant ReadDouble(std::string_view text) {
@@ -60,13 +61,21 @@ Variant ReadDouble(std::string_view text) {
   return Variant(text);
 }
 
+// A Double, or a Decimal with every digit when a Double cannot hold them all.
+Variant ReadExact(std::string_view text) {
+  if (std::optional<Variant> exact = varnel::internal::ExactNumberOfText(text)) {
+    return *exact;
+  }
+  return ReadDouble(text);
+}
+
 Variant ReadWhole(std::string_view text) {
   int64_t value = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
   if (error == std::errc() && end == text.data() + text.size()) {
-    return WholeOrDouble(value);
+    return LongOrLongLong(value);
   }
-  return ReadDouble(text);
+  return ReadExact(text);
 }
 
 // money in the session's lc_monetary, which the driver sets to C: "$1,234.50",
@@ -191,7 +200,9 @@ Variant ReadPgCell(std::string_view text, PgCellKind kind) {
       return ReadWhole(text);
     case PgCellKind::kNumeric:
       return text.find_first_of(".eEaN") == std::string_view::npos ? ReadWhole(text)
-                                                                   : ReadDouble(text);
+                                                                   : ReadExact(text);
+    case PgCellKind::kDecimal:
+      return ReadExact(text);
     case PgCellKind::kDouble:
       return ReadDouble(text);
     case PgCellKind::kMoney:
@@ -213,6 +224,10 @@ std::optional<std::string> PgParamText(const Variant& value) {
       return std::to_string(value.AsInteger());
     case vbLong:
       return std::to_string(value.AsLong());
+    case vbLongLong:
+      return std::to_string(value.AsLongLong());
+    case vbDecimal:
+      return varnel::internal::DecimalText(value.AsDecimal());
     case vbBoolean:
       // "1" and "0" read as a boolean and as a number alike.
       return value.AsBoolean() ? "1" : "0";

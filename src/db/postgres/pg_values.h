@@ -17,9 +17,11 @@ namespace varnel::db::internal {
 // What a column's type makes of its values.
 enum class PgCellKind : uint8_t {
   kText,       // text, varchar, char, name, and every type not listed below
-  kLong,       // int2, int4, int8, oid, numeric(p,0): Long, Double beyond Long's range
-  kDouble,     // float4, float8, numeric(p,s) with s > 0
-  kNumeric,    // numeric without a declared scale: Long when whole and in range, else Double
+  kLong,       // int2, int4, int8, oid, numeric(p,0): Long; LongLong beyond Long's range,
+               // Decimal beyond LongLong's, Double beyond Decimal's
+  kDouble,     // float4, float8
+  kDecimal,    // numeric(p,s) with s > 0: Double, Decimal when a Double cannot hold it
+  kNumeric,    // numeric without a declared scale: as kLong when whole, else as kDecimal
   kMoney,      // money: Currency
   kDate,       // date, timestamp, time: Date
   kDateZoned,  // timestamptz, timetz: Date, in the session's time zone (the offset dropped)
@@ -40,7 +42,8 @@ PgColumnType ClassifyPgType(Oid type, int modifier);
 Variant ReadPgCell(std::string_view text, PgCellKind kind);
 
 // The text a parameter is sent as (its type left for the server to infer
-// from where it stands); nullopt for Empty and Null.
+// from where it stands; a LongLong and a Decimal with every digit); nullopt
+// for Empty and Null.
 std::optional<std::string> PgParamText(const Variant& value);
 
 }  // namespace varnel::db::internal

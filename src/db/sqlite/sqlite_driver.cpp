@@ -25,6 +25,10 @@ class SqliteDriver final : public Driver {
   std::unique_ptr<Statement> Prepare(std::string_view sql) override {
     return std::make_unique<SqliteStatement>(handle_, sql);
   }
+  std::unique_ptr<Statement> PrepareBound(std::string_view sql,
+                                          const std::vector<Variant>& params) override {
+    return std::make_unique<SqliteStatement>(handle_, sql, params);
+  }
   void BeginTransaction() override { RunPlain("BEGIN IMMEDIATE", "beginning a transaction"); }
   void CommitTransaction() override { RunPlain("COMMIT", "committing the transaction"); }
   void RollbackTransaction() override { RunPlain("ROLLBACK", "rolling back the transaction"); }

@@ -7,7 +7,7 @@
 #include <memory>
 #include <string_view>
 
-#include "varnel/variant.h"
+#include "db/db_errors.h"
 
 namespace varnel::db::internal {
 
@@ -18,8 +18,9 @@ using SqliteHandle = std::shared_ptr<sqlite3>;
 inline constexpr int kSqliteBusyTimeoutMs = 2000;
 
 // The provider error for Code on Db (nullptr before a handle exists): SQLite's
-// own message, then what was being done ("opening database '/x/a.db'").
-VbError SqliteError(sqlite3* db, int code, std::string_view doing);
+// own message, then what was being done ("opening database '/x/a.db'"), with
+// the kind of failure and the column SQLite named.
+DbError SqliteError(sqlite3* db, int code, std::string_view doing);
 
 [[noreturn]] void RaiseSqliteError(sqlite3* db, int code, std::string_view doing);
 

@@ -27,7 +27,8 @@ bool HoldsStatement(sqlite3* db, const char* tail) {
 
 }  // namespace
 
-SqliteStatement::SqliteStatement(SqliteHandle handle, std::string_view sql)
+SqliteStatement::SqliteStatement(SqliteHandle handle, std::string_view sql,
+                                 const std::vector<Variant>& params)
     : handle_(std::move(handle)), sql_(sql) {
   const char* tail = nullptr;
   const int rc = sqlite3_prepare_v2(handle_.get(), sql_.c_str(), static_cast<int>(sql_.size()),
@@ -44,7 +45,27 @@ SqliteStatement::SqliteStatement(SqliteHandle handle, std::string_view sql)
     RaiseProviderError("A recordset is opened on one statement only; found more in '" + sql_ +
                        "'.");
   }
+  Bind(params);
   DescribeColumns();
+}
+
+void SqliteStatement::Bind(const std::vector<Variant>& params) {
+  if (static_cast<size_t>(sqlite3_bind_parameter_count(statement_)) != params.size()) {
+    sqlite3_finalize(statement_);
+    statement_ = nullptr;
+    RaiseProviderError(std::to_string(params.size()) + " parameters were given for " +
+                       DescribeSql("preparing", sql_));
+  }
+  for (size_t i = 0; i < params.size(); ++i) {
+    const int rc = BindVariant(statement_, static_cast<int>(i + 1), params[i]);
+    if (rc != SQLITE_OK) {
+      const DbError error =
+          SqliteError(handle_.get(), rc, DescribeSql("binding the parameters of", sql_));
+      sqlite3_finalize(statement_);
+      statement_ = nullptr;
+      throw error;
+    }
+  }
 }
 
 SqliteStatement::~SqliteStatement() { sqlite3_finalize(statement_); }
@@ -75,7 +96,7 @@ bool SqliteStatement::Step() {
     sqlite3_reset(statement_);  // ends the read, so no lock stays behind
     return false;
   }
-  VbError error = SqliteError(handle_.get(), rc, DescribeSql("reading the rows of", sql_));
+  DbError error = SqliteError(handle_.get(), rc, DescribeSql("reading the rows of", sql_));
   sqlite3_reset(statement_);
   throw error;
 }

@@ -14,9 +14,11 @@ namespace varnel::db::internal {
 
 class SqliteStatement final : public Statement {
  public:
-  // Prepares Sql on Handle; raises the provider error when it does not compile
-  // or holds more than one statement.
-  SqliteStatement(SqliteHandle handle, std::string_view sql);
+  // Prepares Sql on Handle with its placeholders bound to Params; raises the
+  // provider error when it does not compile, holds more than one statement, or
+  // has another number of placeholders.
+  SqliteStatement(SqliteHandle handle, std::string_view sql,
+                  const std::vector<Variant>& params = {});
   ~SqliteStatement() override;
 
   const std::vector<ColumnInfo>& Columns() const override { return columns_; }
@@ -28,6 +30,7 @@ class SqliteStatement final : public Statement {
 
  private:
   void DescribeColumns();
+  void Bind(const std::vector<Variant>& params);
 
   SqliteHandle handle_;
   sqlite3_stmt* statement_ = nullptr;

@@ -4,6 +4,8 @@
 #include <cstdlib>
 #include <string>
 
+#include "automation/decimal_math.h"
+
 namespace varnel::db::internal {
 namespace {
 
@@ -37,6 +39,22 @@ bool IsWord(const std::string& base, const char* word) {
   const size_t begin = base.find_first_not_of(' ');
   const size_t end = base.find_last_not_of(' ');
   return begin != std::string::npos && base.compare(begin, end - begin + 1, word) == 0;
+}
+
+// A whole Decimal within the 8-byte range as an integer; any other as its
+// exact text, which the column's affinity then stores as it can.
+int BindDecimal(sqlite3_stmt* statement, int index, const Decimal& value) {
+  try {
+    const int64_t whole = varnel::internal::DecimalToInt(value);
+    if (varnel::internal::DecimalFromInt(whole) == value) {
+      return sqlite3_bind_int64(statement, index, whole);
+    }
+  } catch (const VbError&) {
+    // beyond the 8-byte range: bound as text below
+  }
+  const std::string text = varnel::internal::DecimalText(value);
+  return sqlite3_bind_text(statement, index, text.data(), static_cast<int>(text.size()),
+                           SQLITE_TRANSIENT);
 }
 
 }  // namespace
@@ -80,6 +98,10 @@ int BindVariant(sqlite3_stmt* statement, int index, const Variant& value) {
       return sqlite3_bind_int64(statement, index, value.AsInteger());
     case vbLong:
       return sqlite3_bind_int64(statement, index, value.AsLong());
+    case vbLongLong:
+      return sqlite3_bind_int64(statement, index, value.AsLongLong());
+    case vbDecimal:
+      return BindDecimal(statement, index, value.AsDecimal());
     case vbBoolean:
       return sqlite3_bind_int64(statement, index, value.AsBoolean() ? 1 : 0);
     case vbDouble:

@@ -52,7 +52,7 @@ inline Variant FromInteger(sqlite3_int64 value, CellKind kind) {
   if (value >= INT32_MIN && value <= INT32_MAX) {
     return Variant(static_cast<int32_t>(value));
   }
-  return Variant(static_cast<double>(value));
+  return Variant(static_cast<int64_t>(value));  // every digit: keys beyond 2^53 stay exact
 }
 
 inline Variant FromReal(double value, CellKind kind) {

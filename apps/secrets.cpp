@@ -1,0 +1,54 @@
+#include "secrets.h"
+
+#include <algorithm>
+
+#include "command_words.h"
+
+namespace varnel::app {
+namespace {
+
+// Pieces this short occur in any text; hiding them would garble messages.
+constexpr size_t kShortestHidden = 3;
+
+}  // namespace
+
+void Secrets::Add(std::string piece) {
+  piece = Trim(piece);
+  if (piece.size() >= kShortestHidden) {
+    pieces_.push_back(std::move(piece));
+  }
+}
+
+void Secrets::AddConnection(const std::string& connection_string, const std::string& password) {
+  Add(connection_string);
+  Add(password);
+  size_t begin = 0;
+  while (begin <= connection_string.size()) {
+    const size_t end = std::min(connection_string.find(';', begin), connection_string.size());
+    const std::string pair = connection_string.substr(begin, end - begin);
+    const size_t equals = pair.find('=');
+    Add(equals == std::string::npos ? pair : pair.substr(equals + 1));
+    if (equals != std::string::npos) {
+      // A quoted value as typed and without its quotes.
+      std::string value = Trim(pair.substr(equals + 1));
+      if (value.size() >= 2 && (value.front() == '"' || value.front() == '\'')) {
+        Add(value.substr(1, value.size() - 2));
+      }
+    }
+    begin = end + 1;
+  }
+  // Longer pieces first, so that a piece inside another is not left half shown.
+  std::sort(pieces_.begin(), pieces_.end(),
+            [](const std::string& a, const std::string& b) { return a.size() > b.size(); });
+}
+
+std::string Secrets::Hide(std::string text) const {
+  for (const std::string& piece : pieces_) {
+    for (size_t at = text.find(piece); at != std::string::npos; at = text.find(piece, at + 3)) {
+      text.replace(at, piece.size(), "***");
+    }
+  }
+  return text;
+}
+
+}  // namespace varnel::app
