@@ -115,6 +115,7 @@ struct ColumnTotalRecord {
   ExactSum selected;
   std::vector<SymbolSums> by_symbol;  // empty without a companion
   uint64_t recounts = 0;
+  size_t marks = 0;  // the length of the mark array the sums cover
 };
 
 }  // namespace varnel::internal
