@@ -17,13 +17,18 @@
 
 #include "varnel/enums.h"
 #include "varnel/variant.h"
+#include "varnel/export.h"
+
+VARNEL_API_BEGIN
 
 namespace varnel {
 
 class ClsRecordset;
+VARNEL_API_END  // engine types: declared here, never exported
 namespace internal {
 struct FieldAccess;
 }
+VARNEL_API_BEGIN
 
 class ClsFields {
  public:
@@ -35,6 +40,8 @@ class ClsFields {
 
   bool EnableNull = false;
   std::string Name;
+  /// The field's kind. F_Other's query text goes into the SQL as raw text (see
+  /// MdlQuery::QueryOther): meant for trusted screens only.
   Enum_FieldType FieldType = F_Other;
   Enum_DateType DateType = D_YMDHNS;
   Enum_NumType NumType = N_Integer;
@@ -75,3 +82,5 @@ class ClsFields {
 };
 
 }  // namespace varnel
+
+VARNEL_API_END

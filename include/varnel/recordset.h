@@ -29,6 +29,9 @@
 #include "varnel/fields.h"
 #include "varnel/row_observer.h"
 #include "varnel/variant.h"
+#include "varnel/export.h"
+
+VARNEL_API_BEGIN
 
 namespace varnel {
 
@@ -38,10 +41,12 @@ struct SymbolTotal {
   Variant Total;       ///< the sum of those rows, of the same kinds as SumValue
 };
 
+VARNEL_API_END  // engine types: declared here, never exported
 namespace internal {
 struct RecordsetState;
 struct RecordsetAccess;
 }  // namespace internal
+VARNEL_API_BEGIN
 
 class ClsRecordset {
  public:
@@ -90,6 +95,14 @@ class ClsRecordset {
   bool CloseDataSource();
   bool ReadFieldsInformation(std::shared_ptr<db::Recordset>& AdoRecordset,
                              const std::string& ViewName, const std::string& OtherCondition = "");
+  /// Replaces the field collection with one field per column of table Table, as the database's
+  /// catalog describes it (kind, DateType/NumType and DefinedSize from the column's type;
+  /// EnableNull false for NOT NULL; DefaultValue from a constant DEFAULT; a key column is not
+  /// copied) and sets TableName = Table. Connection nullptr: SFConnection when open, else one
+  /// opened from ConnectString for the call. Returns true (after reporting) when the table
+  /// cannot be read or has no columns; the collection is then left as it was.
+  bool ReadTableFields(const std::string& Table,
+                       const std::shared_ptr<db::Connection>& Connection = nullptr);
 
   // ---- field collection ----
   std::shared_ptr<ClsFields> Add(const std::string& Name = "");
@@ -166,3 +179,5 @@ class ClsRecordset {
 };
 
 }  // namespace varnel
+
+VARNEL_API_END

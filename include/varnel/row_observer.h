@@ -18,6 +18,10 @@
 
 #include <cstdint>
 
+#include "varnel/export.h"
+
+VARNEL_API_BEGIN
+
 namespace varnel {
 
 /// Receives the recordset's structural row changes. Every member has an empty default body.
@@ -53,3 +57,5 @@ class RowObserver {
 };
 
 }  // namespace varnel
+
+VARNEL_API_END

@@ -49,17 +49,22 @@
 #include "varnel/enums.h"
 #include "varnel/events.h"
 #include "varnel/variant.h"
+#include "varnel/export.h"
+
+VARNEL_API_BEGIN
 
 namespace varnel {
 
 class ClsRecordset;
+VARNEL_API_END  // engine types: declared here, never exported
 namespace internal {
 class TableWriterEngine;
 }
+VARNEL_API_BEGIN
 
 /// One written field of a row in conflict, its three values side by side.
 struct ConflictField {
-  /// The field's Name (its column), and the DisplayName the user knows it by.
+  /// The field's Name: the column it is written to.
   std::string Name;
   /// The field's DisplayName, or its Name when it has none.
   std::string DisplayName;
@@ -145,3 +150,5 @@ class TableWriter : public ClsRecordsetEvents {
 };
 
 }  // namespace varnel
+
+VARNEL_API_END

@@ -15,6 +15,9 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include "varnel/export.h"
+
+VARNEL_API_BEGIN
 
 namespace varnel {
 
@@ -209,3 +212,5 @@ std::string Format(const Variant& Value, const std::string& Pattern);
 std::string IsoDate(Date Value);
 
 }  // namespace varnel
+
+VARNEL_API_END

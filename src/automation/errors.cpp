@@ -1,6 +1,7 @@
 // Run-time errors with the platform's numbers and standard descriptions.
 #include <iterator>
 
+#include "varnel/errors.h"
 #include "varnel/variant.h"
 
 namespace varnel {
@@ -35,14 +36,27 @@ constexpr ErrorText kErrorTexts[] = {
     {449, "Argument not optional"},
     {457, "This key is already associated with an element of this collection"},
     {2103, "No current record"},
+    {3001,
+     "Arguments are of the wrong type, are out of acceptable range, or are in conflict with one "
+     "another."},
+    {3021,
+     "Either BOF or EOF is True, or the current record has been deleted. Requested operation "
+     "requires a current record."},
+    {3265, "Item cannot be found in the collection corresponding to the requested name or ordinal."},
+    {3704, "Operation is not allowed when the object is closed."},
+    {3705, "Operation is not allowed when the object is open."},
     {3706, "Provider cannot be found. It may not be properly installed."},
+    {-2147217864, "Row cannot be located for updating. Some values may have been changed since it "
+                  "was last read."},
     {-2147467259, "Unspecified error"},
 };
 
 // The platform's text for a number it has no description of.
 constexpr const char* kUndefinedError = "Application-defined or object-defined error";
 
-std::string StandardDescription(int32_t number) {
+}  // namespace
+
+std::string ErrorDescription(int32_t number) {
   for (const ErrorText& entry : kErrorTexts) {
     if (entry.number == number) {
       return entry.description;
@@ -51,11 +65,9 @@ std::string StandardDescription(int32_t number) {
   return kUndefinedError;
 }
 
-}  // namespace
-
 VbError::VbError(int32_t Number, std::string Description)
     : std::runtime_error(Description), number_(Number), description_(std::move(Description)) {}
 
-void RaiseError(int32_t Number) { throw VbError(Number, StandardDescription(Number)); }
+void RaiseError(int32_t Number) { throw VbError(Number, ErrorDescription(Number)); }
 
 }  // namespace varnel

@@ -3,6 +3,7 @@
 // deletion, the time as the recordset sees it; and the client-to-client event.
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <ctime>
 
 #include "automation/calendar.h"
@@ -25,16 +26,30 @@ Date LocalNow() {
                             local.tm_min, second});
 }
 
-// The element of a per-field snapshot that belongs to the field: the one at
-// the field's Col, when Col is a position of the collection.
-Variant SnapshotValue(const RecordsetState& rs, const std::optional<std::vector<Variant>>& values,
+// The time without its fraction of a second: cut, not rounded, so that the
+// text round trip below never moves it to the next second.
+Date DropFraction(Date time) {
+  if (!InDateRange(time.Value)) {
+    return time;  // the conversion below reports it
+  }
+  const double day = std::trunc(time.Value);
+  const double seconds = std::floor(std::fabs(time.Value - day) * 86400.0 + 1e-6);
+  return ComposeSerial(static_cast<int64_t>(day), seconds);
+}
+
+// The element of a snapshot that belongs to the field: the one at the
+// field's Col, when Col is a position of the collection; Empty for a field
+// added after the snapshot, which has no value in it.
+Variant SnapshotValue(const RecordsetState& rs, const std::optional<RowSnapshot>& kept,
                       const Variant& key) {
-  const int32_t col = rs.fields[FieldIndex(rs, key)]->Col;
+  const size_t index = FieldIndex(rs, key);
+  const int32_t col = rs.fields[index]->Col;
   const int32_t count = static_cast<int32_t>(rs.fields.size());
-  if (!values || col < 1 || col > count || static_cast<size_t>(col) > values->size()) {
+  if (!kept || col < 1 || col > count || static_cast<size_t>(col) > kept->values.size() ||
+      !kept->ValueOf(*rs.fields[index], index)) {
     return Variant();
   }
-  return (*values)[col - 1];
+  return kept->values[col - 1];
 }
 
 int32_t FirstMainRow(RecordsetState& rs, const Variant& key) {
@@ -86,13 +101,14 @@ void ClsRecordset::CallUserEvent() {
 }
 
 // The client may replace the time (with its database server's, say); the
-// result is always cut to whole seconds by a round trip through text.
+// result is always cut to whole seconds (the fraction dropped, not rounded)
+// and goes through the text round trip of the time's format.
 Date ClsRecordset::GetSysTime() {
   internal::RecordsetState& rs = internal::RecordsetAccess::State(*this);
   return internal::Trapped(SysErrState, Date{}, [&] {
     Date time = internal::LocalNow();
     rs.Raise(Ev_SystemTime, &ClsRecordsetEvents::SystemTime, time);
-    return CDate(Variant(Format(Variant(time), "mm/dd/yyyy hh:nn:ss")));
+    return CDate(Variant(Format(Variant(internal::DropFraction(time)), "mm/dd/yyyy hh:nn:ss")));
   });
 }
 

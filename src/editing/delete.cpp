@@ -1,29 +1,29 @@
 // DeleteRecord: the current row leaves memory at once and is kept in
 // DeletedValues, so that UndoRecord or a failed save can put it back.
-#include "editing/edit_status.h"
 #include "editing/editing.h"
 #include "editing/row_work.h"
 #include "fields/field_access.h"
 #include "messages/error_trap.h"
+#include "recordset/edit_state.h"
 #include "recordset/row_store.h"
+#include "recordset/save_step.h"
 
 namespace varnel::internal {
 namespace {
 
 bool MayDelete(const RecordsetState& rs) {
   const Enum_EditStatus status = rs.edit_status;
-  if (status == E_Nothing || status == E_Query) {
+  if (!PlanMove(status, EditOp::kDeleteRecord).to) {
     return false;
   }
   // A row that was never saved may always be removed again.
-  return rs.self.EditDelete || status == E_AddNew || status == E_Copy;
+  return rs.self.EditDelete || IsInsertion(status);
 }
 
 // An earlier deletion is saved before the next one; so is an edit of a row
 // other than the one being deleted, which would otherwise never be saved.
 bool MustSaveFirst(RecordsetState& rs) {
-  const Enum_EditStatus status = rs.edit_status;
-  if (status == E_Delete || status == E_ModifyDelete) {
+  if (PlanMove(rs.edit_status, EditOp::kDeleteRecord).prelude == Prelude::kSaveFirst) {
     return true;
   }
   const std::optional<int32_t> pending = PendingRow(rs);
@@ -47,7 +47,7 @@ bool DeleteCurrentRow(RecordsetState& rs) {
     return false;
   }
   if (MustSaveFirst(rs)) {
-    if (SavePendingEdit(rs) != E_Succeed || rs.Rows() == 0) {
+    if (SaveStep(rs) != E_Succeed || rs.Rows() == 0) {
       return false;
     }
     if (!MayDelete(rs)) {
@@ -63,11 +63,10 @@ bool DeleteCurrentRow(RecordsetState& rs) {
   if (rs.Rows() > 0) {
     RaiseMainFieldChange(rs);
   }
-  rs.SetEditStatusValue(StatusAfterDelete(rs.edit_status));
+  MoveStatus(rs, EditOp::kDeleteRecord);
   rs.Raise(Ev_SysDeleteRecordAfter, &ClsRecordsetEvents::SysDeleteRecordAfter);
   rs.Raise(Ev_DeleteRecordAfter, &ClsRecordsetEvents::DeleteRecordAfter);
   rs.Raise(Ev_RecordPointerChange, &ClsRecordsetEvents::RecordPointerChange);
-  AssertValid(rs);
   return false;
 }
 
@@ -77,6 +76,7 @@ namespace varnel {
 
 bool ClsRecordset::DeleteRecord() {
   internal::RecordsetState& rs = internal::RecordsetAccess::State(*this);
+  internal::ValidScope valid(rs);
   return internal::Trapped(SysErrState, true, [&] { return internal::DeleteCurrentRow(rs); });
 }
 

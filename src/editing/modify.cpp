@@ -2,32 +2,34 @@
 // the row the change goes to, takes the undo snapshot when a row starts being
 // edited, has the value checked and normalised by FormatValue, stores it and
 // moves the edit status to E_Modify.
-#include "editing/edit_status.h"
+#include "recordset/edit_state.h"
 #include "editing/editing.h"
 #include "editing/row_work.h"
 #include "messages/error_trap.h"
 #include "recordset/row_store.h"
+#include "recordset/save_step.h"
 #include "varnel/messages.h"
 
 namespace varnel::internal {
 namespace {
 
 // The status the change is made under, which also decides its permission:
-// the pending edit's own when the change goes to its row; otherwise an
-// existing row starts being edited, as from E_Default (so EditModify applies
-// even while a deletion waits), and what is pending is saved first.
+// the pending edit's own when the change goes to its row, or when a deletion
+// waits (its save comes first; EditModify does not apply to it); otherwise an
+// existing row starts being edited, as from E_Default, and the edit of the
+// other row is saved first.
 Enum_EditStatus EffectiveStatus(const RecordsetState& rs, int32_t target) {
   const Enum_EditStatus status = rs.edit_status;
-  if (status == E_Modify || status == E_AddNew || status == E_Copy) {
+  if (IsRowPending(status)) {
     const std::optional<int32_t> pending = PendingRow(rs);
     return pending && *pending != target ? E_Default : status;
   }
-  return E_Default;
+  return status;
 }
 
 bool Refused(RecordsetState& rs, Enum_EditStatus effective, const ClsFields& field, int32_t row) {
   const ClsRecordset& self = rs.self;
-  if (!self.EditAddNew && (effective == E_AddNew || effective == E_Copy)) {
+  if (!self.EditAddNew && IsInsertion(effective)) {
     return true;
   }
   if (!self.EditModify && (effective == E_Default || effective == E_Modify)) {
@@ -91,24 +93,20 @@ bool ModifyStartingEdit(RecordsetState& rs, const Variant& key, ClsFields& field
     return true;
   }
   if (!IsMainBoolean(field)) {
-    rs.SetEditStatusValue(E_Modify);
+    MoveStatus(rs, EditOp::kModify);
   }
   RaiseModifyAfter(rs);
-  AssertValid(rs);
   return false;
 }
 
 // Ends what is pending before another row starts being edited. False when the
 // change must not go on.
 bool ClearTheWay(RecordsetState& rs) {
-  switch (rs.edit_status) {
-    case E_AddNewDelete:
-    case E_CopyDelete:
-      rs.edit_status = E_Default;  // the removed row never reached the database
-      return true;
-    default:
-      return SavePendingEdit(rs) == E_Succeed;
+  if (PlanMove(rs.edit_status, EditOp::kModify).prelude == Prelude::kDropRemoved) {
+    DropRemovedRow(rs);  // the removed row never reached the database
+    return true;
   }
+  return SaveStep(rs) == E_Succeed;
 }
 
 bool RefuseReadOnly(RecordsetState& rs) {
@@ -117,20 +115,20 @@ bool RefuseReadOnly(RecordsetState& rs) {
 }
 
 // Another row starts being edited while something is pending: save that first.
-bool ModifyAfterSaving(RecordsetState& rs, const Variant& key, ClsFields& field,
-                       const Variant& value, int32_t row) {
+bool ModifyAfterSaving(RecordsetState& rs, Enum_EditStatus effective, const Variant& key,
+                       ClsFields& field, const Variant& value, int32_t row) {
   const Enum_EditStatus status = rs.edit_status;
   const int32_t rows_before = rs.Rows();
   const int32_t put_back_at = rs.deleted_row;
   if (!ClearTheWay(rs)) {
     // A pending deletion that cannot be saved ends the change silently, as
     // UpdateRecord has reported; an unsaved edit of another row refuses it.
-    return !IsDeletionStatus(status);
+    return !IsDeletion(status);
   }
   if (row != 0 && rs.Rows() > rows_before && put_back_at <= row) {
     ++row;  // a discarded deletion put its row back before the target
   }
-  if (Refused(rs, E_Default, field, row)) {
+  if (Refused(rs, effective, field, row)) {
     return RefuseReadOnly(rs);
   }
   return ModifyStartingEdit(rs, key, field, value, row);
@@ -140,12 +138,13 @@ bool ModifyAfterSaving(RecordsetState& rs, const Variant& key, ClsFields& field,
 
 bool ModifyField(RecordsetState& rs, const Variant& key, const Variant& value, int32_t row) {
   const Enum_EditStatus status = rs.edit_status;
-  if (status == E_Nothing) {
+  if (!PlanMove(status, EditOp::kModify).to) {
     return false;
   }
   // Held for the whole change: a handler may remove the field meanwhile.
   const std::shared_ptr<ClsFields> held = rs.fields[FieldIndex(rs, key)];
   ClsFields& field = *held;
+  const ErrorFieldScope error_field(field.Name);
   if (status == E_Query) {
     return ModifyCriterion(rs, field, value);
   }
@@ -156,13 +155,13 @@ bool ModifyField(RecordsetState& rs, const Variant& key, const Variant& value, i
   if (Refused(rs, effective, field, row)) {
     return RefuseReadOnly(rs);
   }
-  if (effective != E_Default) {  // the change goes to the row already being edited
+  if (IsRowPending(effective)) {  // the change goes to the row already being edited
     return ModifyPendingRow(rs, key, field, value, row);
   }
   if (status == E_Default) {
     return ModifyStartingEdit(rs, key, field, value, row);
   }
-  return ModifyAfterSaving(rs, key, field, value, row);
+  return ModifyAfterSaving(rs, effective, key, field, value, row);
 }
 
 }  // namespace varnel::internal
@@ -171,6 +170,7 @@ namespace varnel {
 
 bool ClsRecordset::Modify(const Variant& Field, const Variant& Value, int32_t Row) {
   internal::RecordsetState& rs = internal::RecordsetAccess::State(*this);
+  internal::ValidScope valid(rs);
   return internal::Trapped(SysErrState, true,
                            [&] { return internal::ModifyField(rs, Field, Value, Row); });
 }

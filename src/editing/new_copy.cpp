@@ -2,13 +2,14 @@
 // E_AddNew or E_Copy, for UpdateRecord to have the client insert it.
 #include <vector>
 
-#include "editing/edit_status.h"
+#include "recordset/edit_state.h"
 #include "editing/editing.h"
 #include "editing/row_work.h"
 #include "fields/current_date_word.h"
 #include "fields/field_access.h"
 #include "messages/error_trap.h"
 #include "recordset/row_store.h"
+#include "recordset/save_step.h"
 #include "varnel/messages.h"
 #include "varnel/modules.h"
 
@@ -45,13 +46,13 @@ std::vector<Variant> StartingValues(RecordsetState& rs, std::optional<int32_t> s
   return values;
 }
 
-// Computed fields that took no copied value and no argument are evaluated for
-// the new row, in field order, after every input is in place.
-void ComputeNewRow(RecordsetState& rs, int32_t row, std::optional<int32_t> source,
-                   std::optional<size_t> argument_index) {
+// Computed fields that took no argument are evaluated for the new row, in
+// field order, after every input is in place; a copied computed field too,
+// since its expression may read fields that were not copied.
+void ComputeNewRow(RecordsetState& rs, int32_t row, std::optional<size_t> argument_index) {
   for (size_t i = 0; i < rs.fields.size(); ++i) {
     ClsFields& field = *rs.fields[i];
-    if (field.ComputeString.empty() || argument_index == i || (source && field.Copy)) {
+    if (field.ComputeString.empty() || argument_index == i) {
       continue;
     }
     FieldAccess::Values(field)[row] = EvaluateComputed(rs, field, row);
@@ -59,28 +60,29 @@ void ComputeNewRow(RecordsetState& rs, int32_t row, std::optional<int32_t> sourc
 }
 
 struct InsertPlan {
-  Enum_EditStatus status;  // E_AddNew or E_Copy
+  EditOp op;  // kNewRecord or kCopyRecord
   std::optional<size_t> argument_index;
   Variant argument;
 };
 
 void AppendPlannedRow(RecordsetState& rs, const InsertPlan& plan) {
   const std::optional<int32_t> source =
-      plan.status == E_Copy ? std::optional<int32_t>(ClampedCurrentRow(rs)) : std::nullopt;
+      plan.op == EditOp::kCopyRecord ? std::optional<int32_t>(ClampedCurrentRow(rs)) : std::nullopt;
   std::vector<Variant> values = StartingValues(rs, source, plan.argument_index, plan.argument);
-  BulkScope bulk;
+  // Values are written straight into the arrays: nothing propagates, and the
+  // bulk flag stays down because the evaluator may show a message.
   const int32_t row = AppendRow(rs);
   WriteRowValues(rs, row, values);
-  ComputeNewRow(rs, row, source, plan.argument_index);
+  ComputeNewRow(rs, row, plan.argument_index);
   rs.current_row = row;
   TotalsAfterAppend(rs, row);
 }
 
 bool InsertRecord(RecordsetState& rs, const InsertPlan& plan) {
-  if (SavePendingEdit(rs) != E_Succeed) {
+  if (SaveStep(rs) != E_Succeed) {
     return false;
   }
-  const bool copy = plan.status == E_Copy;
+  const bool copy = plan.op == EditOp::kCopyRecord;
   if (copy && ClampedCurrentRow(rs) < 1) {
     throw VbError(2103, LoadResString(102));  // nothing to copy
   }
@@ -94,7 +96,7 @@ bool InsertRecord(RecordsetState& rs, const InsertPlan& plan) {
     return false;
   }
   AppendPlannedRow(rs, plan);
-  rs.SetEditStatusValue(plan.status);
+  MoveStatus(rs, plan.op);
   if (copy) {
     rs.Raise(Ev_SysCopyRecordAfter, &ClsRecordsetEvents::SysCopyRecordAfter);
     rs.Raise(Ev_CopyRecordAfter, &ClsRecordsetEvents::CopyRecordAfter);
@@ -103,21 +105,20 @@ bool InsertRecord(RecordsetState& rs, const InsertPlan& plan) {
     rs.Raise(Ev_NewRecordAfter, &ClsRecordsetEvents::NewRecordAfter);
   }
   rs.Raise(Ev_RecordPointerChange, &ClsRecordsetEvents::RecordPointerChange);
-  AssertValid(rs);
   return false;
 }
 
-bool InsertRefused(const RecordsetState& rs, bool permitted) {
-  return rs.edit_status == E_Query || rs.edit_status == E_Nothing || !permitted;
+bool InsertRefused(const RecordsetState& rs, EditOp op, bool permitted) {
+  return !PlanMove(rs.edit_status, op).to || !permitted;
 }
 
 }  // namespace
 
 bool InsertNewRow(RecordsetState& rs, const std::optional<FieldArgument>& argument) {
-  if (InsertRefused(rs, rs.self.EditAddNew)) {
+  if (InsertRefused(rs, EditOp::kNewRecord, rs.self.EditAddNew)) {
     return true;
   }
-  InsertPlan plan{E_AddNew, std::nullopt, Variant()};
+  InsertPlan plan{EditOp::kNewRecord, std::nullopt, Variant()};
   if (argument && !argument->field_name.empty()) {  // an empty name passes no argument
     plan.argument_index = FieldIndex(rs, Variant(argument->field_name));
     plan.argument = argument->value;
@@ -126,10 +127,10 @@ bool InsertNewRow(RecordsetState& rs, const std::optional<FieldArgument>& argume
 }
 
 bool InsertCopiedRow(RecordsetState& rs) {
-  if (InsertRefused(rs, rs.self.EditCopy)) {
+  if (InsertRefused(rs, EditOp::kCopyRecord, rs.self.EditCopy)) {
     return true;
   }
-  return InsertRecord(rs, InsertPlan{E_Copy, std::nullopt, Variant()});
+  return InsertRecord(rs, InsertPlan{EditOp::kCopyRecord, std::nullopt, Variant()});
 }
 
 }  // namespace varnel::internal
@@ -138,12 +139,14 @@ namespace varnel {
 
 bool ClsRecordset::NewRecord() {
   internal::RecordsetState& rs = internal::RecordsetAccess::State(*this);
+  internal::ValidScope valid(rs);
   return internal::Trapped(SysErrState, true,
                            [&] { return internal::InsertNewRow(rs, std::nullopt); });
 }
 
 bool ClsRecordset::NewRecord(const std::string& FieldName, const Variant& Value) {
   internal::RecordsetState& rs = internal::RecordsetAccess::State(*this);
+  internal::ValidScope valid(rs);
   return internal::Trapped(SysErrState, true, [&] {
     return internal::InsertNewRow(rs, internal::FieldArgument{FieldName, Value});
   });
@@ -151,6 +154,7 @@ bool ClsRecordset::NewRecord(const std::string& FieldName, const Variant& Value)
 
 bool ClsRecordset::CopyRecord() {
   internal::RecordsetState& rs = internal::RecordsetAccess::State(*this);
+  internal::ValidScope valid(rs);
   return internal::Trapped(SysErrState, true, [&] { return internal::InsertCopiedRow(rs); });
 }
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "editing/edit_status.h"
+#include "recordset/edit_state.h"
 #include "fields/field_access.h"
 #include "recordset/column_total.h"
 #include "recordset/row_store.h"
@@ -18,21 +18,35 @@ void RequireRow(const RecordsetState& rs, int32_t row) {
 
 namespace {
 
-// A row with its edit mark after the values, as SavedValues and DeletedValues keep it.
-std::vector<Variant> RowWithMark(const RecordsetState& rs, int32_t row) {
-  std::vector<Variant> kept = RowValues(rs, row);
-  kept.emplace_back(rs.edit_marks[row] != 0);
+// The values of row with the fields they belong to and its edit mark.
+RowSnapshot KeepRow(const RecordsetState& rs, int32_t row) {
+  RowSnapshot kept;
+  kept.values = RowValues(rs, row);
+  kept.fields.assign(rs.fields.begin(), rs.fields.end());
+  kept.editable = rs.edit_marks[row] != 0;
   return kept;
 }
 
-bool HoldsRow(const RecordsetState& rs, const std::optional<std::vector<Variant>>& kept) {
-  return kept && kept->size() == rs.fields.size() + 1 && kept->back().VarType() == vbBoolean;
+// Writes the kept values back into row, field by field: a field added since
+// keeps what it holds, a removed field's value is dropped. The totals of the
+// summed fields follow by the difference.
+void WriteKeptRow(RecordsetState& rs, int32_t row, const RowSnapshot& kept) {
+  RowLeavesTotals(rs, row);
+  for (size_t i = 0; i < rs.fields.size(); ++i) {
+    const std::optional<Variant> value = kept.ValueOf(*rs.fields[i], i);
+    std::vector<Variant>& values = FieldAccess::Values(*rs.fields[i]);
+    if (value && static_cast<size_t>(row) < values.size() && !(values[row] == *value)) {
+      values[row] = *value;
+    }
+  }
+  RowJoinsTotals(rs, row);
+  rs.edit_marks[row] = kept.editable ? 1 : 0;
 }
 
 }  // namespace
 
 void TakeSnapshot(RecordsetState& rs, int32_t row) {
-  rs.saved_values = RowWithMark(rs, row);
+  rs.saved_values = KeepRow(rs, row);
   rs.saved_row = row;
 }
 
@@ -48,24 +62,15 @@ void EraseDeletedValues(RecordsetState& rs) {
 
 void RestoreSnapshot(RecordsetState& rs) {
   const int32_t row = rs.saved_row;
-  if (HoldsRow(rs, rs.saved_values) && row >= 1 && row <= rs.Rows()) {
-    const std::vector<Variant>& kept = *rs.saved_values;
-    RowLeavesTotals(rs, row);
-    for (size_t i = 0; i < rs.fields.size(); ++i) {
-      std::vector<Variant>& values = FieldAccess::Values(*rs.fields[i]);
-      if (static_cast<size_t>(row) < values.size() && !(values[row] == kept[i])) {
-        values[row] = kept[i];
-      }
-    }
-    RowJoinsTotals(rs, row);
-    rs.edit_marks[row] = kept.back().AsBoolean() ? 1 : 0;
+  if (rs.saved_values && row >= 1 && row <= rs.Rows()) {
+    WriteKeptRow(rs, row, *rs.saved_values);
     rs.row_observers.Notify(&RowObserver::RowChanged, row);
   }
   EraseSavedValues(rs);
 }
 
 void RemoveRowKeepingIt(RecordsetState& rs, int32_t row) {
-  std::vector<Variant> kept = RowWithMark(rs, row);
+  RowSnapshot kept = KeepRow(rs, row);
   const RowsRemoveNotice notice(rs.row_observers, row, 1);
   EraseRow(rs, row);
   if (rs.current_row > rs.Rows()) {
@@ -75,22 +80,18 @@ void RemoveRowKeepingIt(RecordsetState& rs, int32_t row) {
   rs.deleted_row = row;
 }
 
-bool PutDeletedRowBack(RecordsetState& rs) {
-  const int32_t row = rs.deleted_row;
-  if (!HoldsRow(rs, rs.deleted_values) || row < 1 || row > rs.Rows() + 1) {
-    EraseDeletedValues(rs);
-    return false;
+// A store shrunk since the deletion (the Rows setter) puts the row back at
+// its end: the row is never lost.
+int32_t PutDeletedRowBack(RecordsetState& rs) {
+  if (!rs.deleted_values) {
+    RaiseError(9);  // nothing kept: the caller must not report the row as restored
   }
-  std::vector<Variant>& kept = *rs.deleted_values;
-  const bool editable = kept.back().AsBoolean();
-  kept.pop_back();
+  const int32_t row = std::clamp(rs.deleted_row, 1, rs.Rows() + 1);
   const RowsInsertNotice notice(rs.row_observers, row, 1);
   InsertRow(rs, row);
-  WriteRowValues(rs, row, kept);
-  RowJoinsTotals(rs, row);
-  rs.edit_marks[row] = editable ? 1 : 0;
+  WriteKeptRow(rs, row, *rs.deleted_values);
   EraseDeletedValues(rs);
-  return true;
+  return row;
 }
 
 int32_t AppendRow(RecordsetState& rs) {
@@ -135,6 +136,12 @@ void RefreshTotals(RecordsetState& rs, int32_t first_changed_row) {
 void TotalsAfterAppend(RecordsetState& rs, int32_t row) {
   NumberAutoCodingFrom(rs, row);
   RowJoinsTotals(rs, row);
+  for (size_t i = 0; i < rs.fields.size(); ++i) {
+    const ClsFields& field = *rs.fields[i];
+    if (!field.IsSum && !field.SumValue.IsNull()) {
+      RecountTotal(rs, i);  // summing was switched off: no stale total stays
+    }
+  }
 }
 
 void RollBackInMemory(RecordsetState& rs, Enum_EditStatus status) {
@@ -149,9 +156,9 @@ void RollBackInMemory(RecordsetState& rs, Enum_EditStatus status) {
       break;
     case E_Delete:
     case E_ModifyDelete: {
-      const int32_t row = rs.deleted_row;
-      PutDeletedRowBack(rs);
+      const int32_t row = PutDeletedRowBack(rs);
       if (status == E_ModifyDelete) {
+        rs.saved_row = row;
         RestoreSnapshot(rs);
       }
       RefreshTotals(rs, row);

@@ -16,8 +16,8 @@ void RequireRow(const RecordsetState& rs, int32_t row);
 
 // SavedValues := the values of row and its edit mark; SavedRow := row.
 void TakeSnapshot(RecordsetState& rs, int32_t row);
-// Writes SavedValues (values and edit mark) back into SavedRow, when both are
-// there, the totals of the summed fields it changes following by the
+// Writes SavedValues (values and edit mark) back into SavedRow field by
+// field, when both are there, the totals of the summed fields it changes following by the
 // difference; erases them.
 void RestoreSnapshot(RecordsetState& rs);
 void EraseSavedValues(RecordsetState& rs);
@@ -25,9 +25,10 @@ void EraseDeletedValues(RecordsetState& rs);
 
 // Removes row from the store and keeps it, with its edit mark, in DeletedValues/DeletedRow.
 void RemoveRowKeepingIt(RecordsetState& rs, int32_t row);
-// Puts DeletedValues back at DeletedRow (later rows move down) with its edit
-// mark, unselected; erases DeletedValues. Returns false when none was kept.
-bool PutDeletedRowBack(RecordsetState& rs);
+// Puts DeletedValues back at DeletedRow (later rows move down), field by
+// field, with its edit mark, unselected; erases DeletedValues and returns the
+// row. VbError 9 when no row was kept.
+int32_t PutDeletedRowBack(RecordsetState& rs);
 // Appends an empty row (values Empty, editable, unselected); returns its number.
 int32_t AppendRow(RecordsetState& rs);
 // Removes the last row (an inserted one) and keeps the current row in range.

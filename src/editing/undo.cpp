@@ -1,28 +1,26 @@
 // UndoRecord: takes back one layer of the pending edit in memory (a deletion
 // first, then the modification or insertion under it). The database is not
 // involved: nothing of a pending edit has reached it.
-#include "editing/edit_status.h"
 #include "editing/editing.h"
 #include "editing/row_work.h"
 #include "fields/field_access.h"
 #include "messages/error_trap.h"
+#include "recordset/edit_state.h"
 #include "recordset/row_store.h"
 
 namespace varnel::internal {
 namespace {
 
-void UndoDeletion(RecordsetState& rs, Enum_EditStatus status) {
+// The deleted row goes back where it was, field by field; when nothing was
+// kept the undo fails with a reported error instead of claiming the row back.
+void UndoDeletion(RecordsetState& rs) {
   {
     BulkScope bulk;
-    const int32_t row = rs.deleted_row;
-    if (PutDeletedRowBack(rs)) {
-      rs.current_row = row;
-      RefreshTotals(rs, row);
-    }
+    const int32_t row = PutDeletedRowBack(rs);
+    rs.current_row = row;
+    RefreshTotals(rs, row);
   }
-  EraseDeletedValues(rs);
   RaiseMainFieldChange(rs);
-  rs.SetEditStatusValue(StatusUnderDeletion(status));
 }
 
 void UndoInsertion(RecordsetState& rs) {
@@ -32,22 +30,18 @@ void UndoInsertion(RecordsetState& rs) {
     RefreshTotals(rs, rs.Rows() + 1);
   }
   RaiseMainFieldChange(rs);
-  rs.SetEditStatusValue(E_Default);
 }
 
 void UndoModification(RecordsetState& rs) {
-  {
-    BulkScope bulk;
-    RollBackInMemory(rs, E_Modify);
-  }
-  rs.SetEditStatusValue(E_Default);
+  BulkScope bulk;
+  RollBackInMemory(rs, E_Modify);
 }
 
 }  // namespace
 
 bool UndoPendingLayer(RecordsetState& rs) {
   const Enum_EditStatus status = rs.edit_status;
-  if (status == E_Default || status == E_Query || status == E_Nothing) {
+  if (!PlanMove(status, EditOp::kUndoRecord).to) {
     return false;
   }
   bool cancel = false;
@@ -55,21 +49,21 @@ bool UndoPendingLayer(RecordsetState& rs) {
   if (cancel) {
     return false;
   }
-  if (IsDeletionStatus(status)) {
-    UndoDeletion(rs, status);
-  } else if (status == E_AddNew || status == E_Copy) {
+  if (IsDeletion(status)) {
+    UndoDeletion(rs);
+  } else if (IsInsertion(status)) {
     UndoInsertion(rs);
-  } else if (status == E_Modify) {
+  } else {
     UndoModification(rs);
   }
+  MoveStatus(rs, EditOp::kUndoRecord);
   rs.Raise(Ev_SysUndoRecordAfter, &ClsRecordsetEvents::SysUndoRecordAfter);
   rs.Raise(Ev_UndoRecordAfter, &ClsRecordsetEvents::UndoRecordAfter);
   rs.Raise(Ev_RecordPointerChange, &ClsRecordsetEvents::RecordPointerChange);
   // After undoing a deletion that leaves an edit pending, the row is still being edited.
-  if (status != E_ModifyDelete && status != E_AddNewDelete && status != E_CopyDelete) {
+  if (!IsPending(rs.edit_status)) {
     rs.Raise(Ev_RecordPointerChange2, &ClsRecordsetEvents::RecordPointerChange2);
   }
-  AssertValid(rs);
   return false;
 }
 
@@ -79,6 +73,7 @@ namespace varnel {
 
 bool ClsRecordset::UndoRecord() {
   internal::RecordsetState& rs = internal::RecordsetAccess::State(*this);
+  internal::ValidScope valid(rs);
   return internal::Trapped(SysErrState, true, [&] { return internal::UndoPendingLayer(rs); });
 }
 

@@ -2,12 +2,13 @@
 // its UserUpdateRecord handler and answers; the recordset then commits the
 // edit in memory, keeps it pending, or takes it back so that memory again
 // matches the database.
-#include "editing/edit_status.h"
 #include "editing/editing.h"
 #include "editing/row_work.h"
 #include "fields/field_access.h"
 #include "messages/error_trap.h"
+#include "recordset/edit_state.h"
 #include "recordset/row_store.h"
+#include "recordset/save_step.h"
 #include "varnel/messages.h"
 
 namespace varnel::internal {
@@ -20,32 +21,23 @@ bool MustDiscard(RecordsetState& rs, Enum_EditStatus status) {
   if (rs.locked) {
     return true;
   }
-  if (status == E_Delete || status == E_ModifyDelete || rs.Rows() == 0) {
+  if (IsDeletionToSave(status) || rs.Rows() == 0) {
     return false;
   }
   const int32_t row = ClampedCurrentRow(rs);
   return rs.edit_marks[row] == 0;
 }
 
-// The discarded edit is also taken back in memory: otherwise the screen would
-// go on showing a change that no longer waits to be saved.
-void Discard(RecordsetState& rs, Enum_EditStatus status) {
+// Takes the edit back in memory (so that the rows again match the database)
+// and ends it.
+void TakeBack(RecordsetState& rs, Enum_EditStatus status, EditOp op) {
   {
     BulkScope bulk;
     RollBackInMemory(rs, status);
   }
-  rs.SetEditStatusValue(E_Default);
   EraseSavedValues(rs);
   EraseDeletedValues(rs);
-  rs.Raise(Ev_RecordPointerChange2, &ClsRecordsetEvents::RecordPointerChange2);
-}
-
-bool NeedsValidation(Enum_EditStatus status) {
-  return status == E_Modify || status == E_AddNew || status == E_Copy;
-}
-
-bool AsksClient(Enum_EditStatus status) {
-  return NeedsValidation(status) || status == E_Delete || status == E_ModifyDelete;
+  MoveStatus(rs, op);
 }
 
 std::string ShownName(const ClsFields& field) {
@@ -64,6 +56,7 @@ bool PendingRowIsComplete(RecordsetState& rs) {
     const bool blank =
         row < 0 || static_cast<size_t>(row) >= values.size() || values[row].IsBlank();
     if (blank) {
+      const ErrorFieldScope error_field(field->Name);
       MdlProcess::ShowErr(LoadResString(101), 94,
                           LoadResString(104) + "'" + ShownName(*field) + "'" + LoadResString(105),
                           rs.self.SysErrState);
@@ -83,26 +76,16 @@ void RaiseSaveEvents(RecordsetState& rs, bool pointer_change2) {
 }
 
 void Commit(RecordsetState& rs, Enum_EditStatus status) {
-  switch (status) {
-    case E_Modify:
-      EraseSavedValues(rs);
-      break;
-    case E_Delete:
-      EraseDeletedValues(rs);
-      break;
-    case E_ModifyDelete:
-      EraseSavedValues(rs);
-      EraseDeletedValues(rs);
-      break;
-    case E_AddNew:
-      if (rs.Rows() == 1) {
-        RaiseMainFieldChange(rs);
-      }
-      break;
-    default:
-      break;
+  if (status == E_Modify || status == E_ModifyDelete) {
+    EraseSavedValues(rs);
   }
-  rs.SetEditStatusValue(E_Default);
+  if (IsDeletionToSave(status)) {
+    EraseDeletedValues(rs);
+  }
+  if (status == E_AddNew && rs.Rows() == 1) {
+    RaiseMainFieldChange(rs);
+  }
+  MoveStatus(rs, EditOp::kCommit);
   if (AsksClient(status)) {
     RaiseSaveEvents(rs, status != E_ModifyDelete);
   } else {
@@ -110,21 +93,10 @@ void Commit(RecordsetState& rs, Enum_EditStatus status) {
   }
 }
 
-void RollBack(RecordsetState& rs, Enum_EditStatus status) {
-  {
-    BulkScope bulk;
-    RollBackInMemory(rs, status);
-  }
-  EraseSavedValues(rs);
-  EraseDeletedValues(rs);
-  rs.SetEditStatusValue(E_Default);
-  RaiseSaveEvents(rs, true);
-}
-
 }  // namespace
 
 Enum_EditRecord SavePendingEdit(RecordsetState& rs) {
-  if (rs.edit_status == E_Nothing || rs.edit_status == E_Query) {
+  if (IsIdle(rs.edit_status)) {
     return E_Succeed;
   }
   bool cancel = false;
@@ -134,10 +106,11 @@ Enum_EditRecord SavePendingEdit(RecordsetState& rs) {
   }
   const Enum_EditStatus status = rs.edit_status;
   if (MustDiscard(rs, status)) {
-    Discard(rs, status);
+    TakeBack(rs, status, EditOp::kDiscard);
+    rs.Raise(Ev_RecordPointerChange2, &ClsRecordsetEvents::RecordPointerChange2);
     return E_Succeed;
   }
-  if (NeedsValidation(status) && !PendingRowIsComplete(rs)) {
+  if (IsRowPending(status) && !PendingRowIsComplete(rs)) {
     return E_Defeat;
   }
   Enum_EditRecord answer = E_Succeed;
@@ -147,15 +120,18 @@ Enum_EditRecord SavePendingEdit(RecordsetState& rs) {
   switch (answer) {
     case E_Succeed:
       Commit(rs, status);
-      break;
+      return E_Succeed;
     case E_OtherErr:
-      RollBack(rs, status);
-      break;
+      TakeBack(rs, status, EditOp::kRollBack);
+      RaiseSaveEvents(rs, true);
+      return E_OtherErr;
     default:  // E_Defeat, or an answer the recordset does not know: keep the edit
       return E_Defeat;
   }
-  AssertValid(rs);
-  return answer;
+}
+
+Enum_EditRecord SaveStep(RecordsetState& rs) {
+  return Trapped(rs.self.SysErrState, E_Defeat, [&] { return SavePendingEdit(rs); });
 }
 
 }  // namespace varnel::internal
@@ -164,9 +140,10 @@ namespace varnel {
 
 Enum_EditRecord ClsRecordset::UpdateRecord() {
   internal::RecordsetState& rs = internal::RecordsetAccess::State(*this);
+  internal::ValidScope valid(rs);
   // A failure while saving keeps the edit pending: nothing is lost, and the
   // user can save again or take the edit back.
-  return internal::Trapped(SysErrState, E_Defeat, [&] { return internal::SavePendingEdit(rs); });
+  return internal::SaveStep(rs);
 }
 
 }  // namespace varnel

@@ -11,13 +11,19 @@ namespace varnel::internal {
 // Shared by every recordset of the thread.
 extern thread_local bool SuspendChangeEvents;
 
-// Sets the bulk flag for a scope and clears it on every way out.
+// Sets the bulk flag for a scope and gives it back its previous value on
+// every way out, so that a scope nested in another (or in a load of another
+// recordset of the thread) does not end the outer one. No client callback
+// (event, message) may run inside: the client would see its changes silenced.
 class BulkScope {
  public:
-  BulkScope() { SuspendChangeEvents = true; }
-  ~BulkScope() { SuspendChangeEvents = false; }
+  BulkScope() : previous_(SuspendChangeEvents) { SuspendChangeEvents = true; }
+  ~BulkScope() { SuspendChangeEvents = previous_; }
   BulkScope(const BulkScope&) = delete;
   BulkScope& operator=(const BulkScope&) = delete;
+
+ private:
+  bool previous_;
 };
 
 struct FieldAccess {

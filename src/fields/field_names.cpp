@@ -66,8 +66,13 @@ size_t MatchList(const std::u32string& pattern, size_t p, char32_t c, bool& matc
 bool MatchPrefix(const std::u32string& text, size_t t, const std::u32string& pattern, size_t p) {
   while (p < pattern.size()) {
     const char32_t pc = pattern[p];
-    if (pc == U'*') {
-      return true;  // a '*' followed by the trailing '*' accepts anything
+    if (pc == U'*') {  // any run, then the rest of the name
+      for (size_t rest = t; rest <= text.size(); ++rest) {
+        if (MatchPrefix(text, rest, pattern, p + 1)) {
+          return true;
+        }
+      }
+      return false;
     }
     if (t >= text.size()) {
       return false;

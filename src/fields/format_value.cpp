@@ -91,6 +91,7 @@ bool ClsRecordset::FormatValue(const Variant& Field, Variant& Value, int32_t Row
   internal::RecordsetState& rs = internal::RecordsetAccess::State(*this);
   return internal::Trapped(SysErrState, true, [&] {
     const ClsFields& field = *rs.fields[internal::FieldIndex(rs, Field)];
+    const internal::ErrorFieldScope error_field(field.Name);
     const std::optional<internal::Refusal> refusal = internal::FormatFieldValue(field, Value, Row);
     if (refusal) {
       internal::ShowRefusal(*refusal, SysErrState);

@@ -117,6 +117,7 @@ bool ClsFields::SetValue(const Variant& Field_Value, int32_t Row) {
     return true;
   }
   RecordsetState& rs = internal::RecordsetAccess::State(*Parent);
+  const internal::ErrorFieldScope error_field(Name);
   return internal::Trapped(Parent->SysErrState, true, [&] {
     return InQueryMode(rs) ? StoreQueryText(rs, *this, *this, Field_Value, ChangeKind::Value)
                            : StoreRowValue(rs, *this, Field_Value, Row);
@@ -128,6 +129,7 @@ bool ClsFields::SetSymbol(const Variant& Field_Symbol, int32_t Row) {
     return true;
   }
   RecordsetState& rs = internal::RecordsetAccess::State(*Parent);
+  const internal::ErrorFieldScope error_field(Name);
   return internal::Trapped(Parent->SysErrState, true,
                            [&] { return StoreSymbol(rs, *this, Field_Symbol, Row); });
 }

@@ -3,22 +3,11 @@
 #include <stdexcept>
 #include <string>
 
+#include "varnel/errors.h"
 #include "varnel/messages.h"
 #include "varnel/variant.h"
 
 namespace varnel::internal {
-namespace {
-
-// The platform's own description of error 5, for failures that carry none.
-std::string InvalidCallDescription() {
-  try {
-    RaiseError(5);
-  } catch (const VbError& e) {
-    return e.Description();
-  }
-}
-
-}  // namespace
 
 CaughtError DescribeCurrentException() {
   CaughtError caught;
@@ -30,7 +19,7 @@ CaughtError DescribeCurrentException() {
   } catch (const std::exception& e) {
     caught.description = e.what();
   } catch (...) {
-    caught.description = InvalidCallDescription();
+    caught.description = ErrorDescription(Err_InvalidCall);
   }
   return caught;
 }

@@ -1,12 +1,18 @@
 // The one error trap of every public operation: run the body, and turn any
 // error (a VbError from the engine, or anything a client's handler threw) into
-// an error report titled "Error" and the operation's failure result.
+// an error report titled "Error" and the operation's failure result. The trap
+// also names the operation for the thread's last error (varnel/errors.h): the
+// calling function's signature, taken where the trap is called, says which
+// public member it is, so no call site spells its own name.
 #pragma once
 
 #include <cstdint>
 #include <exception>
+#include <source_location>
 #include <string>
 #include <utility>
+
+#include "messages/last_error.h"
 
 namespace varnel::internal {
 
@@ -23,7 +29,9 @@ CaughtError DescribeCurrentException();
 void ReportCurrentException(bool& sys_err_state);
 
 template <class Result, class Body>
-Result Trapped(bool& sys_err_state, Result failure, Body&& body) {
+Result Trapped(bool& sys_err_state, Result failure, Body&& body,
+               std::source_location caller = std::source_location::current()) {
+  const OperationScope operation(caller.function_name());
   try {
     return std::forward<Body>(body)();
   } catch (...) {

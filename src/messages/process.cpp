@@ -2,6 +2,7 @@
 // Each holds the caller's SysErrState true while its message is on screen.
 #include <string>
 
+#include "messages/last_error.h"
 #include "varnel/messages.h"
 
 namespace varnel::MdlProcess {
@@ -61,6 +62,7 @@ void ShowErr(const std::string& Title, int32_t Number, const std::string& Descri
   if (number == 0) {
     return;  // how callers suppress a report
   }
+  internal::RecordReport(K_Error, Number, Description);
   ShowingMessage showing(SysErrState);
   FrmShowErr& form = ErrForm();
   form.Caption = Title;
@@ -74,6 +76,7 @@ void ShowErr(const std::string& Title, int32_t Number, const std::string& Descri
 }
 
 void ShowInfor(const std::string& Message, bool& SysErrState) {
+  internal::RecordReport(K_Notice, 0, Message);
   ShowingMessage showing(SysErrState);
   FrmShowInfor& form = InforForm();
   form.Txt_ErrDescription.Text = Message;
@@ -91,6 +94,7 @@ void ShowErrBox(const std::string& Title, int32_t Number, const std::string& Des
   if (number == 0) {
     return;
   }
+  internal::RecordReport(K_Error, Number, Description);
   ShowingMessage showing(SysErrState);
   MsgBox(ErrorNumberLine(number) + "\r\n" + Description, Buttons, Title);
 }

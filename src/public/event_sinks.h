@@ -2,9 +2,11 @@
 #pragma once
 
 #include <cstdint>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
+#include "messages/last_error.h"
 #include "varnel/events.h"
 
 namespace varnel::internal {
@@ -36,9 +38,21 @@ class EventSinks {
       entry.sink->OnEvent(id);
       (entry.sink->*member)(args...);
     }
+    (NoteCancel(id, args), ...);
   }
 
  private:
+  // A Before event's Cancel set by a handler is what the thread's last error
+  // tells of the operation it stopped.
+  template <class Arg>
+  static void NoteCancel(EventDispId id, const Arg& arg) {
+    if constexpr (std::is_same_v<Arg, bool>) {
+      if (arg) {
+        RecordReport(K_Cancelled, 0, EventName(id));
+      }
+    }
+  }
+
   struct Entry {
     int32_t cookie;
     ClsRecordsetEvents* sink;

@@ -2,9 +2,9 @@
 // E_Query, where Modify writes each field's QueryValue; ExecuteQuery turns the
 // criteria into the condition and reloads; CancelQuery gives back the criteria
 // saved on entry. SavedQueryValues exists from entering query mode until it ends.
-#include "editing/editing.h"
 #include "messages/error_trap.h"
-#include "recordset/recordset_state.h"
+#include "recordset/edit_state.h"
+#include "recordset/save_step.h"
 
 namespace varnel::internal {
 namespace {
@@ -48,7 +48,7 @@ void RaiseAfter(RecordsetState& rs, const QueryEvents& events) {
 }
 
 bool EnterQueryMode(RecordsetState& rs, const QueryEvents& events, QueryStart start) {
-  if (RaiseBefore(rs, events) || SavePendingEdit(rs) != E_Succeed) {
+  if (RaiseBefore(rs, events) || SaveStep(rs) != E_Succeed) {
     return false;
   }
   std::vector<Variant> saved;
@@ -60,21 +60,22 @@ bool EnterQueryMode(RecordsetState& rs, const QueryEvents& events, QueryStart st
     }
   }
   rs.saved_query_values = std::move(saved);
-  rs.SetEditStatusValue(E_Query);
+  MoveStatus(rs, EditOp::kEnterQuery);
   rs.current_row = 1;  // directly: entering query mode is not a move
   RaiseAfter(rs, events);
   return false;
 }
 
-// A condition that cannot be built keeps the saved criteria, so the user can
-// correct them or cancel; otherwise the query ends, run or cancelled.
+// A condition that cannot be built, or a load that fails on it (the database
+// refuses the condition, the server is gone), keeps the saved criteria and
+// query mode, so the user can correct them or cancel; otherwise the query
+// ends, run or cancelled.
 bool RunQuery(RecordsetState& rs) {
   if (!RaiseBefore(rs, kExecuteQuery)) {
     std::string condition;
-    if (rs.self.GetCondition(condition)) {
+    if (rs.self.GetCondition(condition) || rs.self.RefreshDataSource()) {
       return true;
     }
-    rs.self.RefreshDataSource();
     RaiseAfter(rs, kExecuteQuery);
   }
   rs.saved_query_values.reset();
@@ -93,7 +94,7 @@ bool LeaveQueryMode(RecordsetState& rs) {
     rs.fields[i]->QueryValue = saved[i].IsNull() ? std::string() : CStr(saved[i]);
   }
   rs.saved_query_values.reset();
-  rs.SetEditStatusValue(E_Default);
+  MoveStatus(rs, EditOp::kLeaveQuery);
   RaiseAfter(rs, kCancelQuery);
   return false;
 }

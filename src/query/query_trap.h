@@ -24,6 +24,7 @@ inline void ReportInBox(const char* procedure) {
 
 template <class Result, class Body>
 Result ModuleTrapped(const char* procedure, Result neutral, Body&& body) {
+  const OperationScope operation(procedure);
   try {
     return std::forward<Body>(body)();
   } catch (...) {

@@ -1,6 +1,7 @@
 // The recordset's life and its field collection. The collection keeps the
-// fields in order; the key of a field is its Name, compared without regard to
-// case, and a field without a name is reachable by position only. Col is the
+// fields in order; the key of a field is the name given to Add, compared
+// without regard to case (renaming the field later does not re-key it), and a
+// field added without a name is reachable by position only. Col is the
 // position given at Add and is not renumbered when an earlier field goes.
 //
 // Failures: Add with a name that is already a key returns nullptr and reports
@@ -52,6 +53,7 @@ ClsRecordset::~ClsRecordset() {
     Release(*field);
   }
   d_->fields.clear();
+  d_->keys.clear();
   internal::ForgetPropagationPlans(*d_);
 }
 
@@ -64,13 +66,14 @@ std::shared_ptr<ClsFields> ClsRecordset::Add(const std::string& Name) {
     if (!Name.empty()) {
       field->Name = Name;
       ApplyInitialSettings(*field);
-      if (internal::FindFieldByName(rs, Name)) {
+      if (internal::FindFieldByKey(rs, Name)) {
         Release(*field);
         throw VbError(kDuplicateKey,
                       "This key is already associated with an element of this collection");
       }
     }
     rs.fields.push_back(field);
+    rs.keys.push_back(Name);
     if (rs.Rows() > 0) {
       internal::ResizeValues(*field, rs.Rows());
     }
@@ -92,6 +95,7 @@ bool ClsRecordset::Remove(const Variant& Name) {
   }
   const std::shared_ptr<ClsFields> field = d_->fields[*index];
   d_->fields.erase(d_->fields.begin() + static_cast<std::ptrdiff_t>(*index));
+  d_->keys.erase(d_->keys.begin() + static_cast<std::ptrdiff_t>(*index));
   Release(*field);
   return false;
 }
@@ -101,6 +105,7 @@ bool ClsRecordset::Clear() {
     Release(*field);
   }
   d_->fields.clear();
+  d_->keys.clear();
   return false;
 }
 

@@ -8,36 +8,63 @@
 // Refresh first saves a pending edit) and in when the status becomes E_Default.
 #include "recordset/data_source.h"
 
+#include <optional>
+#include <utility>
+#include <vector>
+
 #include "fields/field_access.h"
 #include "messages/error_trap.h"
+#include "recordset/edit_state.h"
 #include "recordset/row_store.h"
+#include "recordset/save_step.h"
+#include "varnel/messages.h"
 
 namespace varnel::internal {
 namespace {
 
 enum class LoadKind { kInit, kRefresh };
 
-// Query mode kept each field's criteria aside; a new load gives them back.
-void RestoreSavedQueryValues(RecordsetState& rs) {
-  if (rs.saved_query_values) {
-    const std::vector<Variant>& saved = *rs.saved_query_values;
-    for (size_t i = 0; i < rs.fields.size() && i < saved.size(); ++i) {
-      rs.fields[i]->QueryValue = saved[i].IsBlank() ? std::string() : CStr(saved[i]);
+// Init in query mode gives every field back the criterion kept when query
+// mode was entered, so that the load runs on it. The typed criteria stay
+// aside until the load is through: a load that fails puts them back.
+class CriteriaRestore {
+ public:
+  void Begin(RecordsetState& rs) {
+    active_ = true;
+    kept_ = rs.saved_query_values;
+    for (size_t i = 0; i < rs.fields.size(); ++i) {
+      std::string& criterion = rs.fields[i]->QueryValue;
+      typed_.push_back(criterion);
+      if (kept_ && i < kept_->size()) {
+        criterion = (*kept_)[i].IsBlank() ? std::string() : CStr((*kept_)[i]);
+      }
     }
-    rs.saved_query_values.reset();
   }
-  rs.SetEditStatusValue(E_Default);
-}
+  // The load went on: query mode ends.
+  void Finish(RecordsetState& rs) {
+    if (std::exchange(active_, false)) {
+      rs.saved_query_values.reset();
+      MoveStatus(rs, EditOp::kLeaveQuery);
+    }
+  }
+  // The load failed: the criteria are as the user left them.
+  void Undo(RecordsetState& rs) {
+    for (size_t i = 0; active_ && i < rs.fields.size() && i < typed_.size(); ++i) {
+      rs.fields[i]->QueryValue = typed_[i];
+    }
+    active_ = false;
+  }
 
-// Nothing could be loaded: no status, no rows. Screens refuse to work so.
+ private:
+  bool active_ = false;
+  std::optional<std::vector<Variant>> kept_;
+  std::vector<std::string> typed_;
+};
+
+// Nothing could be opened: no status, no rows. Screens refuse to work so.
+// The client's own connection and recordset stay as they are.
 void MarkNothingLoaded(RecordsetState& rs) {
-  if (rs.self.UserOpenMode == U_Auto) {
-    Quiet(false, [&] {
-      ReleaseSource(rs);
-      return false;
-    });
-  }
-  rs.SetEditStatusValue(E_Nothing);
+  MoveStatus(rs, EditOp::kOpenNothing);
   const RowsResetNotice notice(rs.row_observers);
   ResizeRows(rs, 0);
 }
@@ -50,54 +77,96 @@ void ForgetPendingEdit(RecordsetState& rs) {
   rs.deleted_row = 0;
 }
 
-// Opens and copies the rows under the bulk flag. A database error is reported
-// here (the open failed: status E_Nothing, no rows) and gives true.
-bool OpenAndLoad(RecordsetState& rs, LoadKind kind) {
-  BulkScope bulk;
-  bool opened = false;
-  try {
-    opened = OpenSource(rs);
-  } catch (...) {
+// The database objects as they were before a load, so that a load that fails
+// leaves them so: objects the load made are dropped, and a client's object
+// that the load opened is closed again.
+class SourceGuard {
+ public:
+  explicit SourceGuard(ClsRecordset& self)
+      : self_(self),
+        connection_(self.SFConnection),
+        recordset_(self.SFRecordset),
+        connection_was_open_(connection_ && connection_->State() > 0),
+        recordset_was_open_(recordset_ && recordset_->State() > 0) {}
+
+  void Restore() {
+    Quiet(false, [&] {
+      if (recordset_ && !recordset_was_open_ && recordset_->State() > 0) {
+        recordset_->Close();
+      }
+      if (connection_ && !connection_was_open_ && connection_->State() > 0) {
+        connection_->Close();
+      }
+      return false;
+    });
+    self_.SFConnection = connection_;
+    self_.SFRecordset = recordset_;
+  }
+
+ private:
+  ClsRecordset& self_;
+  std::shared_ptr<db::Connection> connection_;
+  std::shared_ptr<db::Recordset> recordset_;
+  bool connection_was_open_;
+  bool recordset_was_open_;
+};
+
+// A refresh reports in a message box, a first load in the error form.
+void ReportLoadError(RecordsetState& rs, LoadKind kind) {
+  if (kind == LoadKind::kInit) {
     ReportCurrentException(rs.self.SysErrState);
-    MarkNothingLoaded(rs);
-    return true;
+    return;
   }
-  if (!opened) {
-    MarkNothingLoaded(rs);
-    return false;
-  }
-  if (kind == LoadKind::kRefresh) {
-    rs.SetEditStatusValue(E_Default);
-  }
+  const CaughtError error = DescribeCurrentException();
+  int16_t buttons = 0;
+  MdlProcess::ShowErrBox(LoadResString(101), error.number, error.description, buttons,
+                         rs.self.SysErrState);
+}
+
+enum class LoadResult { kLoaded, kNothingToOpen, kFailed };
+
+// Opens and copies the rows into fresh storage; the rows they replace are put
+// back when anything fails, so a failed load changes nothing. The failure is
+// reported here. `missing` gets the messages about fields without a column.
+LoadResult OpenAndLoad(RecordsetState& rs, LoadKind kind, std::vector<std::string>& missing) {
+  SourceGuard source(rs.self);
+  RowStorage replaced;
+  bool swapped = false;
+  std::optional<RowsResetNotice> reset;  // views see one reset, whatever the outcome
   try {
-    LoadRows(rs);
+    if (!OpenSource(rs)) {
+      return LoadResult::kNothingToOpen;
+    }
+    reset.emplace(rs.row_observers);
+    SwapRows(rs, replaced);
+    swapped = true;
+    missing = LoadRows(rs);
   } catch (...) {
-    ReportCurrentException(rs.self.SysErrState);
-    MarkNothingLoaded(rs);
-    return true;
+    if (swapped) {
+      SwapRows(rs, replaced);
+    }
+    ReportLoadError(rs, kind);
+    source.Restore();
+    return LoadResult::kFailed;
   }
   ForgetPendingEdit(rs);
   if (rs.self.UserOpenMode == U_Auto) {
     ReleaseSource(rs);
   }
-  if (kind == LoadKind::kInit) {
-    rs.SetEditStatusValue(E_Default);
-  }
-  return false;
+  return LoadResult::kLoaded;
 }
 
 // The steps before the rows are read; false when the load stops there.
-bool PrepareLoad(RecordsetState& rs, LoadKind kind) {
+bool PrepareLoad(RecordsetState& rs, LoadKind kind, CriteriaRestore& criteria) {
   if (!CheckFields(rs)) {
     return false;
   }
   if (kind == LoadKind::kRefresh) {
-    const Enum_EditStatus status = rs.edit_status;
-    if (status != E_Default && status != E_Nothing && rs.self.UpdateRecord() != E_Succeed) {
+    if (IsPending(rs.edit_status) && SaveStep(rs) != E_Succeed) {
       return false;
     }
   } else if (rs.edit_status == E_Query) {
-    RestoreSavedQueryValues(rs);
+    criteria.Begin(rs);
   }
   if (ComposeSql(rs)) {
     return false;
@@ -115,8 +184,31 @@ bool PrepareLoad(RecordsetState& rs, LoadKind kind) {
   return true;
 }
 
+// Runs a load: true when it failed with an error, which was reported and
+// changed nothing (no rows, status, current row or selection, no events).
 bool RunLoad(RecordsetState& rs, LoadKind kind) {
-  const bool failed = PrepareLoad(rs, kind) && OpenAndLoad(rs, kind);
+  ValidScope valid(rs);
+  CriteriaRestore criteria;
+  std::vector<std::string> missing;
+  if (PrepareLoad(rs, kind, criteria)) {
+    switch (OpenAndLoad(rs, kind, missing)) {
+      case LoadResult::kFailed:
+        criteria.Undo(rs);
+        return true;
+      case LoadResult::kNothingToOpen:
+        criteria.Finish(rs);
+        MarkNothingLoaded(rs);
+        break;
+      case LoadResult::kLoaded:
+        criteria.Finish(rs);
+        MoveStatus(rs, EditOp::kLoad);
+        break;
+    }
+  }
+  criteria.Finish(rs);
+  for (const std::string& text : missing) {
+    MsgBox(text, 0, "");
+  }
   rs.select_state = S_None;
   if (kind == LoadKind::kInit) {
     rs.Raise(Ev_SysDataSourceInit, &ClsRecordsetEvents::SysDataSourceInit);
@@ -126,7 +218,7 @@ bool RunLoad(RecordsetState& rs, LoadKind kind) {
     rs.Raise(Ev_DataSourceRefresh, &ClsRecordsetEvents::DataSourceRefresh);
   }
   rs.Raise(Ev_RecordPointerChange, &ClsRecordsetEvents::RecordPointerChange);
-  return failed;
+  return false;
 }
 
 void CloseSource(RecordsetState& rs) {
@@ -147,7 +239,7 @@ void CloseSource(RecordsetState& rs) {
   rs.edit_marks.clear();
   rs.saved_query_values.reset();
   ForgetPendingEdit(rs);
-  rs.edit_status = E_Default;  // directly: closing raises no EditStatusChange
+  MoveStatus(rs, EditOp::kClose);  // closing raises no EditStatusChange
   rs.select_state = S_None;
   rs.select_anchor = 0;
   rs.current_row = 0;
@@ -163,6 +255,7 @@ bool ClsRecordset::InitDataSource() {
                            [&] { return internal::RunLoad(*d_, internal::LoadKind::kInit); });
 }
 
+// Its errors are shown in a message box, not the error form.
 bool ClsRecordset::RefreshDataSource() {
   return internal::Trapped(SysErrState, true,
                            [&] { return internal::RunLoad(*d_, internal::LoadKind::kRefresh); });

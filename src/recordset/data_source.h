@@ -5,6 +5,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "recordset/recordset_state.h"
 
@@ -35,9 +36,12 @@ std::string ComposeCondition(RecordsetState& rs);
 
 // Copies every row of the open SFRecordset into the fields, computes the
 // non-data fields, numbers auto-coding fields, rebuilds the mark arrays and
-// the sums. REQUIRES the bulk flag set. On an error the store is left empty
-// (Rows 0) and the error is raised again.
-void LoadRows(RecordsetState& rs);
+// the sums. Returns the messages naming data fields that have no column, for
+// the caller to show. Values go straight into the arrays, so nothing
+// propagates and the bulk flag is not needed (computed fields may show an
+// evaluation message, which must not run under it). REQUIRES an emptied store
+// (the caller keeps the rows it replaces, and puts them back when this raises).
+std::vector<std::string> LoadRows(RecordsetState& rs);
 
 // Closes (when open) and drops SFRecordset and SFConnection.
 void ReleaseSource(RecordsetState& rs);

@@ -7,6 +7,7 @@
 
 #include "fields/current_date_word.h"
 #include "messages/error_trap.h"
+#include "recordset/field_default.h"
 #include "recordset/recordset_state.h"
 #include "varnel/messages.h"
 
@@ -52,10 +53,8 @@ std::optional<Date> AsDate(const Variant& cell) {
   }
 }
 
-// The default for new records, by the field's kind. A cell that does not fit
-// the kind (text for a number, a non-date for a date) leaves the default as Add
-// gave it; a date field's "Now" or "Today" is kept as the word, which asks
-// NewRecord for the current date.
+}  // namespace
+
 void SetDefaultValue(ClsFields& field, const Variant& cell) {
   switch (field.FieldType) {
     case F_Boolean:  // integers, not Booleans
@@ -82,6 +81,8 @@ void SetDefaultValue(ClsFields& field, const Variant& cell) {
       break;
   }
 }
+
+namespace {
 
 using Setter = void (*)(ClsFields&, const Variant&);
 
@@ -142,11 +143,9 @@ void ReadSortSettings(ClsRecordset& rs, const db::Fields& row) {
 
 void ReadViewSettings(ClsRecordset& rs, const db::Recordset& source) {
   const db::Fields row = source.Fields();
-  // The database object of the view's data becomes the table the recordset loads.
-  const Variant object = row.Item("FieldObject").Value();
-  if (!object.IsNull()) {
-    rs.TableName = CStr(object);
-  }
+  // The database object of the view's data becomes the table the recordset
+  // loads. A Null one is error 94 and ends the reading before any field is added.
+  rs.TableName = CStr(row.Item("FieldObject").Value());
   ReadSortSettings(rs, row);
 }
 

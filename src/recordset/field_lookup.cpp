@@ -16,9 +16,21 @@ std::optional<size_t> FindFieldByName(const RecordsetState& rs, std::string_view
   return std::nullopt;
 }
 
+std::optional<size_t> FindFieldByKey(const RecordsetState& rs, std::string_view key) {
+  if (key.empty()) {
+    return std::nullopt;
+  }
+  for (size_t i = 0; i < rs.keys.size(); ++i) {
+    if (NamesEqual(rs.keys[i], key)) {
+      return i;
+    }
+  }
+  return std::nullopt;
+}
+
 std::optional<size_t> FindField(const RecordsetState& rs, const Variant& key) {
   if (key.IsString()) {
-    return FindFieldByName(rs, key.StringView());
+    return FindFieldByKey(rs, key.StringView());
   }
   if (key.IsBlank()) {
     return std::nullopt;

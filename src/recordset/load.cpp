@@ -4,9 +4,11 @@
 // with no intermediate row table and no per-cell SetValue. Change propagation
 // is suspended during a load anyway, so writing the arrays directly changes
 // nothing that anyone could observe.
+#include <cassert>
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "automation/calendar.h"
@@ -25,6 +27,7 @@ using db::internal::ColumnInfo;
 struct ColumnPlan {
   std::vector<int32_t> columns;       // 0-based recordset column per loaded field
   std::vector<size_t> loaded_fields;  // index of the field each column fills
+  std::vector<std::string> missing;   // the message for each field without a column
 };
 
 std::optional<int32_t> FindColumn(const std::vector<ColumnInfo>& columns, const std::string& name) {
@@ -36,16 +39,16 @@ std::optional<int32_t> FindColumn(const std::vector<ColumnInfo>& columns, const 
   return std::nullopt;
 }
 
-void ReportMissingColumn(const ClsFields& field, const std::vector<ColumnInfo>& columns) {
+std::string MissingColumnText(const ClsFields& field, const std::vector<ColumnInfo>& columns) {
   std::string text = "'" + field.Name + LoadResString(117);
   for (const ColumnInfo& column : columns) {
     text += "\n" + column.name;
   }
-  MsgBox(text, 0, "");
+  return text;
 }
 
-// Matches every data field to its column. A field without a column is named
-// to the user and then keeps Null in every row; the others still load.
+// Matches every data field to its column. A field without a column keeps
+// Null in every row (the user is told after the load); the others still load.
 ColumnPlan PlanColumns(RecordsetState& rs, const std::vector<ColumnInfo>& columns) {
   ColumnPlan plan;
   for (size_t i = 0; i < rs.fields.size(); ++i) {
@@ -55,7 +58,7 @@ ColumnPlan PlanColumns(RecordsetState& rs, const std::vector<ColumnInfo>& column
     }
     const std::optional<int32_t> column = FindColumn(columns, field.Name);
     if (!column) {
-      ReportMissingColumn(field, columns);
+      plan.missing.push_back(MissingColumnText(field, columns));
       continue;
     }
     // The database's declared length is what the column can hold.
@@ -121,7 +124,14 @@ void SizeUnloadedFields(RecordsetState& rs, const ColumnPlan& plan, int32_t rows
 }
 
 // Non-data fields take their values from their ComputeString, row by row.
+// They read the loaded values, also when a query's reload runs while the
+// status is still E_Query (where fields would read their criteria instead).
 void ComputeNonDataFields(RecordsetState& rs, int32_t rows) {
+  struct StatusOutsideQuery {
+    RecordsetState& rs;
+    Enum_EditStatus kept = std::exchange(rs.edit_status, E_Default);
+    ~StatusOutsideQuery() { rs.edit_status = kept; }
+  } outside_query{rs};
   for (const std::shared_ptr<ClsFields>& field : rs.fields) {
     if (field->IsData || field->ComputeString.empty()) {
       continue;
@@ -135,7 +145,6 @@ void ResetMarks(RecordsetState& rs, int32_t rows) {
   rs.select_marks.assign(static_cast<size_t>(rows) + 1, 0);
   rs.edit_marks.assign(static_cast<size_t>(rows) + 1, 1);
   rs.edit_marks[0] = 0;  // element 0 holds no row
-  rs.select_anchor = 0;
 }
 
 void FillRows(RecordsetState& rs, const ColumnPlan& plan, int32_t rows) {
@@ -148,27 +157,21 @@ void FillRows(RecordsetState& rs, const ColumnPlan& plan, int32_t rows) {
 
 }  // namespace
 
-void LoadRows(RecordsetState& rs) {
-  const RowsResetNotice notice(rs.row_observers);
-  try {
-    const ColumnPlan plan =
-        PlanColumns(rs, db::internal::RecordsetAccess::Columns(*rs.self.SFRecordset));
-    const int32_t rows = ReadColumns(rs, plan);
-    if (rows == 0) {
-      ResetStore(rs, 0);
-      rs.current_row = 0;  // no row to stand on
-      for (const std::shared_ptr<ClsFields>& field : rs.fields) {
-        field->SumValue = Variant();
-      }
-    } else {
-      FillRows(rs, plan, rows);
-    }
-    RecomputeAllSums(rs);
-  } catch (...) {
+std::vector<std::string> LoadRows(RecordsetState& rs) {
+  assert(rs.Rows() == 0);
+  const ColumnPlan plan =
+      PlanColumns(rs, db::internal::RecordsetAccess::Columns(*rs.self.SFRecordset));
+  const int32_t rows = ReadColumns(rs, plan);
+  if (rows == 0) {
     ResetStore(rs, 0);
-    rs.current_row = 0;
-    throw;
+    for (const std::shared_ptr<ClsFields>& field : rs.fields) {
+      field->SumValue = Variant();
+    }
+  } else {
+    FillRows(rs, plan, rows);
   }
+  RecomputeAllSums(rs);
+  return plan.missing;
 }
 
 }  // namespace varnel::internal

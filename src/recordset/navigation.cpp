@@ -1,20 +1,15 @@
 // Moving the current row. A move offers the client a veto, then saves any
-// pending edit through UpdateRecord; whether the pointer really moves depends
+// pending edit (the save step); whether the pointer really moves depends
 // on that save, but the after-events are raised either way so that a screen
 // always repaints.
 #include "messages/error_trap.h"
-#include "recordset/recordset_state.h"
+#include "recordset/edit_state.h"
 #include "recordset/row_store.h"
+#include "recordset/save_step.h"
 #include "varnel/messages.h"
 
 namespace varnel::internal {
 namespace {
-
-// In query mode the rows are hidden behind the criteria; after a failed open
-// there is nothing to move over.
-bool MovesAreIdle(const RecordsetState& rs) {
-  return rs.edit_status == E_Query || rs.edit_status == E_Nothing;
-}
 
 [[noreturn]] void RefuseMove() { throw VbError(2103, LoadResString(102)); }
 
@@ -27,7 +22,7 @@ void MoveTo(RecordsetState& rs, int32_t target) {
   if (cancel) {
     return;
   }
-  const Enum_EditRecord saved = rs.self.UpdateRecord();
+  const Enum_EditRecord saved = SaveStep(rs);
   // A roll-back that removed a row before the target shifts the target up.
   if (saved == E_OtherErr && rs.current_row <= target) {
     --target;
@@ -43,8 +38,11 @@ void MoveTo(RecordsetState& rs, int32_t target) {
 // Runs one of the four moves: idle states do nothing, a refusal is reported.
 template <class Target>
 bool Move(ClsRecordset& self, RecordsetState& rs, Target target) {
+  ValidScope valid(rs);
   return Trapped(self.SysErrState, true, [&] {
-    if (!MovesAreIdle(rs)) {
+    // In query mode the rows are hidden behind the criteria; with nothing
+    // opened there is nothing to move over.
+    if (!IsIdle(rs.edit_status)) {
       self.AbsolutePosition(target());
     }
     return false;
@@ -57,6 +55,7 @@ bool Move(ClsRecordset& self, RecordsetState& rs, Target target) {
 namespace varnel {
 
 void ClsRecordset::AbsolutePosition(int32_t Value) {
+  internal::ValidScope valid(*d_);
   internal::Trapped(SysErrState, true, [&] {
     internal::MoveTo(*d_, Value);
     return false;

@@ -16,6 +16,29 @@
 
 namespace varnel::internal {
 
+// One row kept aside by the editing operations (the undo snapshot of a
+// modified row, or a deleted row): each value with the field it belongs to,
+// so that it is put back field by field even after fields were added or
+// removed, and the row's edit mark.
+struct RowSnapshot {
+  std::vector<Variant> values;
+  std::vector<std::weak_ptr<ClsFields>> fields;  // the owner of each value
+  bool editable = true;
+
+  // The kept value of field; nullopt for a field added since.
+  std::optional<Variant> ValueOf(const ClsFields& field, size_t position_hint) const {
+    if (position_hint < fields.size() && fields[position_hint].lock().get() == &field) {
+      return values[position_hint];
+    }
+    for (size_t i = 0; i < fields.size(); ++i) {
+      if (fields[i].lock().get() == &field) {
+        return values[i];
+      }
+    }
+    return std::nullopt;
+  }
+};
+
 struct RecordsetState {
   explicit RecordsetState(ClsRecordset& owner) : self(owner) {}
 
@@ -23,6 +46,9 @@ struct RecordsetState {
 
   // ---- field collection (in collection order; Col is not renumbered) ----
   std::vector<std::shared_ptr<ClsFields>> fields;
+  // The key of each field: the name given to Add ("" = none, reachable by
+  // position only). Renaming a field later does not re-key it.
+  std::vector<std::string> keys;
 
   // ---- per-row marks, index 0..Rows; element 0 holds no row; empty = erased ----
   std::vector<uint8_t> select_marks;
@@ -38,10 +64,10 @@ struct RecordsetState {
   std::string recordset_condition;
   std::string recordset_order_by;
 
-  // ---- snapshots (one element per field, in field order; nullopt = erased) ----
-  std::optional<std::vector<Variant>> saved_values;  // undo snapshot of SavedRow
+  // ---- snapshots (nullopt = erased) ----
+  std::optional<RowSnapshot> saved_values;  // undo snapshot of SavedRow
   int32_t saved_row = 0;
-  std::optional<std::vector<Variant>> deleted_values;  // the last deleted row
+  std::optional<RowSnapshot> deleted_values;  // the last deleted row
   int32_t deleted_row = 0;
   std::optional<std::vector<Variant>> saved_query_values;  // criteria kept in query mode
 

@@ -4,8 +4,10 @@
 #include "recordset/row_store.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstring>
 #include <type_traits>
+#include <utility>
 
 #include "fields/field_access.h"
 #include "fields/field_values.h"
@@ -80,6 +82,19 @@ void ResizeRows(RecordsetState& rs, int32_t rows) {
   } else if (rs.current_row > count) {
     rs.current_row = count;
   }
+}
+
+void SwapRows(RecordsetState& rs, RowStorage& storage) {
+  assert(storage.values.empty() || storage.values.size() == rs.fields.size());
+  storage.values.resize(rs.fields.size());
+  storage.sums.resize(rs.fields.size());
+  for (size_t i = 0; i < rs.fields.size(); ++i) {
+    std::swap(FieldAccess::Values(*rs.fields[i]), storage.values[i]);
+    std::swap(rs.fields[i]->SumValue, storage.sums[i]);
+  }
+  std::swap(rs.select_marks, storage.select_marks);
+  std::swap(rs.edit_marks, storage.edit_marks);
+  std::swap(rs.column_totals, storage.column_totals);
 }
 
 void InsertRow(RecordsetState& rs, int32_t at) {

@@ -15,6 +15,18 @@ namespace varnel::internal {
 // Dropped rows leave the column totals of the rows that remain.
 void ResizeRows(RecordsetState& rs, int32_t rows);
 
+// Everything a load replaces, held apart from a recordset: every field's
+// values and column total, both mark arrays and the totals' records.
+struct RowStorage {
+  std::vector<std::vector<Variant>> values;  // per field, in field order
+  std::vector<Variant> sums;                 // SumValue per field
+  std::vector<uint8_t> select_marks, edit_marks;
+  std::unordered_map<const ClsFields*, ColumnTotalRecord> column_totals;
+};
+// Exchanges the recordset's rows with storage, field by field without
+// copying values. REQUIRES storage taken from the same fields (or empty).
+void SwapRows(RecordsetState& rs, RowStorage& storage);
+
 // Inserts an empty row at position `at` (1..Rows+1): values Empty, marks false.
 void InsertRow(RecordsetState& rs, int32_t at);
 // Removes row `at` (1..Rows): later rows move up by one. Its values leave the

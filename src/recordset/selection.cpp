@@ -12,6 +12,7 @@
 #include "recordset/column_total.h"
 #include "recordset/recordset_state.h"
 #include "recordset/row_store.h"
+#include "recordset/save_step.h"
 #include "varnel/messages.h"
 
 namespace varnel::internal {
@@ -87,7 +88,7 @@ void SelectOneMore(RecordsetState& rs, bool value, int32_t row) {
 }
 
 // The selection changes only when the pending edit could be saved.
-bool PendingEditSaved(RecordsetState& rs) { return rs.self.UpdateRecord() == E_Succeed; }
+bool PendingEditSaved(RecordsetState& rs) { return SaveStep(rs) == E_Succeed; }
 
 }  // namespace
 }  // namespace varnel::internal

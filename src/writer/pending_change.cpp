@@ -1,22 +1,10 @@
 #include "writer/pending_change.h"
 
 #include <optional>
-
-#include "fields/field_access.h"
+#include <utility>
 
 namespace varnel::internal {
 namespace {
-
-std::vector<Variant> ValuesAt(const RecordsetState& rs, int32_t row) {
-  std::vector<Variant> values;
-  values.reserve(rs.fields.size());
-  for (const auto& field : rs.fields) {
-    const std::vector<Variant>& column = FieldAccess::Values(*field);
-    values.push_back(row >= 0 && static_cast<size_t>(row) < column.size() ? column[row]
-                                                                          : Variant());
-  }
-  return values;
-}
 
 RowChange DeleteOf(const std::vector<Variant>& before) {
   return RowChange{ChangeKind::Delete, 0, before, {}};
@@ -24,40 +12,43 @@ RowChange DeleteOf(const std::vector<Variant>& before) {
 
 // The modified row was then deleted: the database still holds its values from
 // before the modification, and those find the row to delete.
-std::vector<RowChange> ModifyDeleteChanges(const RecordsetState& rs) {
-  if (rs.saved_values) {
-    return {DeleteOf(*rs.saved_values)};
+std::vector<RowChange> ModifyDeleteChanges(const PendingEdit& edit) {
+  if (auto before = edit.SavedValues()) {
+    return {DeleteOf(*before)};
   }
-  if (rs.deleted_values) {
-    return {DeleteOf(*rs.deleted_values)};
+  if (auto deleted = edit.DeletedValues()) {
+    return {DeleteOf(*deleted)};
   }
   return {};
 }
 
 }  // namespace
 
-std::vector<RowChange> PendingChanges(const RecordsetState& rs) {
+std::vector<RowChange> PendingChanges(const PendingEdit& edit) {
   std::vector<RowChange> changes;
-  switch (rs.edit_status) {
-    case E_Modify:
-      if (rs.saved_values && rs.saved_row > 0 && rs.saved_row <= rs.Rows()) {
-        changes.push_back(RowChange{ChangeKind::Update, rs.saved_row, *rs.saved_values,
-                                    ValuesAt(rs, rs.saved_row)});
+  switch (edit.Status()) {
+    case E_Modify: {
+      const int32_t row = edit.SavedRow();
+      auto before = edit.SavedValues();
+      if (before && row > 0 && row <= edit.Rows()) {
+        changes.push_back(RowChange{ChangeKind::Update, row, std::move(*before), edit.ValuesAt(row)});
       }
       break;
+    }
     case E_AddNew:
     case E_Copy:
-      if (rs.Rows() > 0) {
-        changes.push_back(RowChange{ChangeKind::Insert, rs.Rows(), {}, ValuesAt(rs, rs.Rows())});
+      if (edit.Rows() > 0) {
+        changes.push_back(
+            RowChange{ChangeKind::Insert, edit.Rows(), {}, edit.ValuesAt(edit.Rows())});
       }
       break;
     case E_Delete:
-      if (rs.deleted_values) {
-        changes.push_back(DeleteOf(*rs.deleted_values));
+      if (auto deleted = edit.DeletedValues()) {
+        changes.push_back(DeleteOf(*deleted));
       }
       break;
     case E_ModifyDelete:
-      changes = ModifyDeleteChanges(rs);
+      changes = ModifyDeleteChanges(edit);
       break;
     default:
       break;

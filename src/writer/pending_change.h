@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "recordset/recordset_state.h"
+#include "editing/pending_edit.h"
 #include "varnel/variant.h"
 
 namespace varnel::internal {
@@ -30,6 +30,6 @@ struct RowChange {
 //   E_Delete                the deleted row's values (DeletedValues)
 //   E_ModifyDelete          the modified row, deleted: a delete by its values
 //                           from before the modification
-std::vector<RowChange> PendingChanges(const RecordsetState& rs);
+std::vector<RowChange> PendingChanges(const PendingEdit& edit);
 
 }  // namespace varnel::internal

@@ -6,6 +6,7 @@
 
 #include "db/driver.h"
 #include "messages/error_trap.h"
+#include "editing/pending_edit.h"
 #include "recordset/recordset_state.h"
 #include "varnel/messages.h"
 #include "writer/writer_texts.h"
@@ -124,24 +125,24 @@ std::vector<std::string> TableWriterEngine::KeyColumns(
 
 WriteLayout TableWriterEngine::LayoutOf(const std::string& table,
                                         const std::vector<std::string>& keys) const {
-  const RecordsetState& rs = RecordsetAccess::State(recordset_);
+  const std::vector<std::shared_ptr<ClsFields>>& fields = PendingEdit(recordset_).Fields();
   WriteLayout layout;
   layout.table = table;
-  for (size_t i = 0; i < rs.fields.size(); ++i) {
-    const ClsFields& field = *rs.fields[i];
+  for (size_t i = 0; i < fields.size(); ++i) {
+    const ClsFields& field = *fields[i];
     if (field.IsData && field.SaveToDB) {
       layout.written.push_back({i, field.Name, DatePrecisionOf(field)});
     }
   }
   for (const std::string& key : keys) {
     size_t i = 0;
-    while (i < rs.fields.size() && !(rs.fields[i]->IsData && SameName(rs.fields[i]->Name, key))) {
+    while (i < fields.size() && !(fields[i]->IsData && SameName(fields[i]->Name, key))) {
       ++i;
     }
-    if (i == rs.fields.size()) {
+    if (i == fields.size()) {
       throw VbError(kItemNotFoundError, WriterMessage(WriterText::KeyNotField, key));
     }
-    layout.keys.push_back({i, rs.fields[i]->Name, DatePrecisionOf(*rs.fields[i])});
+    layout.keys.push_back({i, fields[i]->Name, DatePrecisionOf(*fields[i])});
   }
   return layout;
 }
@@ -152,13 +153,14 @@ TableWriterEngine::Target TableWriterEngine::TargetOf(
   Target target{ConnectionOf(connection), nullptr, {}};
   target.catalog = &CatalogOf(target.connection);
   target.layout = LayoutOf(name, KeyColumns(name, target.connection));
+  MarkDayOnlyColumns(target.layout, *target.catalog);
   return target;
 }
 
 Enum_EditRecord TableWriterEngine::Write(const std::string& table,
                                          const std::shared_ptr<db::Connection>& connection) {
   last_statements_.clear();
-  std::vector<RowChange> changes = PendingChanges(RecordsetAccess::State(recordset_));
+  std::vector<RowChange> changes = PendingChanges(PendingEdit(recordset_));
   if (changes.empty() || mode_ == Mode::kTakeTheirs) {
     return E_Succeed;
   }
@@ -190,16 +192,19 @@ Enum_EditRecord TableWriterEngine::Write(const std::string& table,
   }
 }
 
-// Refuses what the database cannot store, before anything is written.
+// Refuses what the database cannot store, before anything is written: text
+// with a NUL would be cut short where the database's text cannot hold one.
 void TableWriterEngine::CheckValues(const Target& target,
                                     const std::vector<RowChange>& changes) const {
+  if (target.connection->Driver().TextHoldsNul()) {
+    return;
+  }
   const RecordsetState& rs = RecordsetAccess::State(recordset_);
-  const bool holds_nul = target.connection->Driver().TextHoldsNul();
   for (const RowChange& change : changes) {
+    if (change.kind == ChangeKind::Delete) {
+      continue;
+    }
     for (const ColumnRef& column : target.layout.written) {
-      if (change.kind == ChangeKind::Delete || holds_nul) {
-        break;
-      }
       const Variant& value = change.after[column.field];
       if (value.IsString() && value.ToString().find('\0') != std::string::npos) {
         throw VbError(kInvalidUseOfNull,
@@ -309,10 +314,10 @@ RowChange TableWriterEngine::RunInsert(const Target& target, const RowChange& ch
 
 // After the commit: the screen shows the keys the database chose at once.
 void TableWriterEngine::ShowGenerated(const std::vector<GeneratedValue>& generated) {
-  const RecordsetState& rs = RecordsetAccess::State(recordset_);
+  const std::vector<std::shared_ptr<ClsFields>>& fields = PendingEdit(recordset_).Fields();
   for (const GeneratedValue& value : generated) {
-    if (value.field < rs.fields.size()) {
-      rs.fields[value.field]->SetValue(value.value, value.row);
+    if (value.field < fields.size()) {
+      fields[value.field]->SetValue(value.value, value.row);
     }
   }
 }

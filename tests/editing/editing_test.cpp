@@ -2,6 +2,7 @@
 // the values a new row takes, the undo layers and the save's refusals.
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <stdexcept>
 
 #include "editing/order_screen.h"
@@ -11,10 +12,10 @@ namespace {
 
 using RecordEditing = OrderScreen;
 
-// Answers SystemTime with 2003-05-06 14:30:15.4 unless told not to.
+// Answers SystemTime with 2003-05-06 14:30:15.6 (the fraction is dropped, not rounded).
 class FixedClock : public ClsRecordsetEvents {
  public:
-  void SystemTime(Date& SysTime) override { SysTime = Date{37747.0 + 52215.4 / 86400.0}; }
+  void SystemTime(Date& SysTime) override { SysTime = Date{37747.0 + 52215.6 / 86400.0}; }
 };
 
 TEST_F(RecordEditing, FirstChangeSnapshotsTheRowAndKeepsThePointer) {
@@ -52,6 +53,7 @@ TEST_F(RecordEditing, ModifyPermissionTable) {
       {E_Default, 1, 1, 0, 1, 0, 0, true},  {E_Default, 1, 1, 1, 0, 0, 0, true},
       {E_Default, 1, 1, 1, 1, 1, 0, true},  {E_Default, 1, 1, 1, 1, 1, 3, false},
       {E_Query, 0, 0, 0, 0, 1, 0, false},  // query mode ignores every mark
+      {E_Delete, 1, 0, 1, 1, 0, 0, false},  {E_AddNewDelete, 1, 0, 1, 1, 0, 0, false},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(&c - cases);
@@ -153,11 +155,17 @@ TEST_F(RecordEditing, NewRecordAppendsAnEditableRowAndTakesItsValuesInOrder) {
 
 TEST_F(RecordEditing, CopyTakesTheCopiedFieldsAndDefaultsTheOthers) {
   name->DefaultValue = Variant("copy");
+  price->Copy = false;
+  price->DefaultValue = Variant(1.0);
+  amount->Copy = true;  // copied, and then computed from the new row all the same
+  qty->IsSum = false;   // switched off: no stale total stays
   State().current_row = 2;
   EXPECT_FALSE(rs.CopyRecord());
   EXPECT_EQ(Column(name) + " " + Column(amount) + " " + Column(id),
-            "Ann,Bo,Cy,copy 3,6,2,6 1,2,3,Null");
+            "Ann,Bo,Cy,copy 3,6,2,3 1,2,3,Null");
   EXPECT_EQ(rs.AbsolutePosition(), 4);
+  EXPECT_EQ(amount->SumValue.ToDouble(), 14);
+  EXPECT_TRUE(qty->SumValue.IsNull());
 }
 
 TEST_F(RecordEditing, DeletionKeepsTheRowAndMovesToTheNextOne) {
@@ -262,16 +270,43 @@ TEST_F(RecordEditing, LockedOrUneditableRowDiscardsTheEditInMemory) {
   EXPECT_EQ(rs.Rows(), 3);
 }
 
-TEST_F(RecordEditing, FailingSaveHandlerIsReportedAndKeepsTheEdit) {
+// The save that an operation runs first fails: the operation gives up with
+// False (UpdateRecord with E_Defeat), the error is shown once, the edit stays.
+TEST_F(RecordEditing, FailingSaveHandlerIsReportedOnceAndKeepsTheEdit) {
   struct Throwing : ClsRecordsetEvents {
     void UserUpdateRecord(Enum_EditRecord&) override { throw std::runtime_error("disk full"); }
   } thrower;
   rs.Advise(&thrower);
-  rs.Modify("Name", "Zed");
-  EXPECT_EQ(rs.UpdateRecord(), E_Defeat);
-  EXPECT_EQ(capture.shown().size(), 1u);
-  EXPECT_EQ(rs.EditStatus(), E_Modify);
-  EXPECT_EQ(Column(name), "Zed,Bo,Cy");
+  const std::function<bool()> operations[] = {
+      [&] { return rs.UpdateRecord() != E_Defeat; }, [&] { return rs.Modify("Name", "Zed"); },
+      [&] { return rs.DeleteRecord(); },            [&] { return rs.CopyRecord(); },
+      [&] { return rs.NewRecord(); },               [&] { return rs.NewQuery(); },
+  };
+  for (const auto& operation : operations) {
+    Fill({{1, "Ann", 2, 1.5}, {2, "Bo", 3, 2.0}, {3, "Cy", 4, 0.5}});
+    rs.DeleteRecord();
+    capture.ui().shown.clear();
+    EXPECT_FALSE(operation());
+    EXPECT_EQ(capture.shown().size(), 1u);
+    EXPECT_EQ(capture.LastText(), "disk full");
+    EXPECT_EQ(rs.EditStatus(), E_Delete);
+    EXPECT_EQ(Column(name), "Bo,Cy");
+  }
+}
+
+// Kept rows go back field by field after fields were added or removed.
+TEST_F(RecordEditing, KeptRowsGoBackFieldByFieldAfterTheFieldsChanged) {
+  State().current_row = 2;
+  rs.DeleteRecord();
+  auto note = rs.Add("Note");
+  EXPECT_TRUE(rs.GetDeleteValue("Note").IsEmpty());
+  EXPECT_FALSE(rs.UndoRecord());
+  EXPECT_EQ(Column(name) + " " + Column(note), "Ann,Bo,Cy ,,");  // Note was never kept
+  rs.Modify("Name", "Zed", 3);
+  rs.Remove("Id");
+  client.answer = E_OtherErr;
+  EXPECT_EQ(rs.UpdateRecord(), E_OtherErr);
+  EXPECT_EQ(Column(name), "Ann,Bo,Cy");
 }
 
 TEST_F(RecordEditing, MainRowIsTheFirstPresentNonZeroValue) {

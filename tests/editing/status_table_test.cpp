@@ -2,6 +2,7 @@
 // Update, with the client's answer to the save: the status after, how often
 // the client was asked, the Qty column and the events in their order.
 #include "editing/order_screen.h"
+#include "recordset/edit_state.h"
 
 namespace varnel::testing {
 namespace {
@@ -90,7 +91,11 @@ const StatusRow kRows[] = {
 class EditStatusTable : public OrderScreen {
  protected:
   void Reach(const std::string& before) {
-    if (before.rfind("modify", 0) == 0) {
+    if (before == "query") {
+      rs.NewQuery();
+    } else if (before == "nothing") {
+      rs.EditStatus(E_Nothing);
+    } else if (before.rfind("modify", 0) == 0) {
       rs.Modify("Qty", int32_t{9}, before == "modify3" ? 3 : 0);
     } else if (before.rfind("new", 0) == 0) {
       rs.NewRecord("Qty", int32_t{1});
@@ -112,6 +117,8 @@ class EditStatusTable : public OrderScreen {
            : op == 'N' ? rs.NewRecord()
            : op == 'C' ? rs.CopyRecord()
            : op == 'D' ? rs.DeleteRecord()
+           : op == 'Q' ? rs.NewQuery()
+           : op == 'X' ? rs.CancelQuery()
                        : rs.UndoRecord());
   }
 };
@@ -142,6 +149,36 @@ TEST_F(EditStatusTable, EveryStatusAndOperationGivesItsStatusRowsAndEvents) {
     }
     EXPECT_EQ(qty->SumValue.ToDouble(), total);
     client.answer = E_Succeed;
+  }
+}
+
+// The transition table in the engine is what the public operations do: every
+// status reached through the API, every operation, every answer to the save.
+TEST_F(EditStatusTable, EveryStatusAndOperationFollowsTheTransitionTable) {
+  using internal::EditOp;
+  price->DefaultValue = Variant(1.0);
+  const std::pair<char, EditOp> ops[] = {
+      {'M', EditOp::kModify},     {'N', EditOp::kNewRecord},  {'C', EditOp::kCopyRecord},
+      {'D', EditOp::kDeleteRecord}, {'U', EditOp::kUndoRecord}, {'Q', EditOp::kEnterQuery},
+      {'X', EditOp::kLeaveQuery}, {'S', EditOp::kCommit}};
+  for (const char* before : {"default", "query", "modify", "delete", "new", "copy", "modify-delete",
+                             "new-delete", "copy-delete", "nothing"}) {
+    for (const auto& [op, edit_op] : ops) {
+      for (Enum_EditRecord answer : {OK, NO, ERR}) {
+        if (op != 'S' && answer != OK) {
+          continue;  // the answer to a save that comes first is the other table's business
+        }
+        SCOPED_TRACE(std::string(before) + " " + op + " " + std::to_string(answer));
+        Fill({{1, "Ann", 2, 1.5}, {2, "Bo", 3, 2.0}, {3, "Cy", 4, 0.5}});
+        Reach(before);
+        const Enum_EditStatus from = rs.EditStatus();
+        client.answer = answer;
+        client.asked = 0;
+        Run(op);
+        EXPECT_EQ(rs.EditStatus(), internal::NextStatus(from, edit_op, answer).value_or(from));
+        client.answer = OK;
+      }
+    }
   }
 }
 

@@ -25,7 +25,7 @@ TEST(FieldNames, MentionIsACaseSensitiveContainmentByPattern) {
       {"X_Y", "X?Y", true},         {"单价*2", "单?", true},  // ? one whole character
       {"Rate*Amount", "R*t", true}, {"cat", "[bc]at", true},     {"hat", "[!h]at", false},
       {"Rate", "[A-Z]ate", true},   {"a[b", "a[b", true},  // an unclosed bracket is plain
-      {"Total", "", true},
+      {"Total", "", true},          {"Price*Rate", "P*z", false},  // a * inside goes on matching
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(std::string(c.text) + " / " + c.name);

@@ -1,4 +1,5 @@
-// Uses the installed headers and library: a computed field over two values.
+// Uses the installed headers and library: a computed field over two values,
+// and the last error of a refused operation.
 #include <varnel/varnel.h>
 
 #include <iostream>
@@ -14,5 +15,8 @@ int main() {
   rs.Item("Qty")->SetValue(int32_t{3}, 1);
   rs.Item("Price")->SetValue(varnel::Currency{25000}, 1);
   std::cout << "Amount " << varnel::CStr(amount->GetValue(1)) << "\n";
+  if (rs.Add("Qty") != nullptr || varnel::LastError().Number != varnel::Err_DuplicateKey) {
+    return 1;  // a second field of the same name is refused, and the program can tell why
+  }
   return 0;
 }

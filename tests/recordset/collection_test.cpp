@@ -32,6 +32,9 @@ TEST(FieldCollection, ItemByNameInAnyCaseOrByPosition) {
     EXPECT_EQ(rs.Item(key), expected);
     EXPECT_EQ(rs[key], expected);
   }
+  a->Name = "Total";  // the key stays the name given to Add
+  EXPECT_EQ(rs.Item("Amount"), a);
+  EXPECT_EQ(rs.Item("Total"), nullptr);
 }
 
 TEST(FieldCollection, NamedFieldTakesAddsSettingsAndAnUnnamedOneTheTypeDefaults) {
@@ -48,6 +51,8 @@ TEST(FieldCollection, NamedFieldTakesAddsSettingsAndAnUnnamedOneTheTypeDefaults)
   EXPECT_EQ(rs.Item(int32_t{2}), unnamed);
   EXPECT_FALSE(unnamed->IsData || unnamed->Edit || unnamed->EnableNull);
   EXPECT_TRUE(unnamed->DefaultValue.IsEmpty() && unnamed->SumValue.IsEmpty());
+  unnamed->Name = "Later";  // added without a name: reachable by position only
+  EXPECT_EQ(rs.Item("Later"), nullptr);
 }
 
 TEST(FieldCollection, DuplicateNameAndUnknownRemovalAreRefused) {

@@ -95,7 +95,11 @@ TEST_P(FieldInformation, ZerosAreKeptAndTodayFillsTheCurrentDate) {
   EXPECT_TRUE(filled == Variant(before) || filled == Variant(after)) << filled.TypeName();
 }
 
-TEST_P(FieldInformation, MissingColumnEndsTheReadingWithAReport) {
+TEST_P(FieldInformation, MissingColumnOrNullObjectEndsTheReadingWithAReport) {
+  const int32_t count = rs.Count();
+  EXPECT_TRUE(rs.ReadFieldsInformation(source, "other"));  // its FieldObject is Null
+  EXPECT_EQ(ui.shown().back().title, "Error:94");
+  EXPECT_EQ(rs.Count(), count);
   Execute({"CREATE TABLE Thin (\"ViewName\" TEXT, \"Name\" TEXT)",
            "INSERT INTO Thin VALUES ('orders', 'Qty')"});
   auto thin = std::make_shared<db::Recordset>();

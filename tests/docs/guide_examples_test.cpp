@@ -1,0 +1,105 @@
+// The guide's examples, read from its pages and run: every query-by-form row
+// gives the SQL the page shows, and the field-information table's CREATE TABLE
+// works on every provider and reads back into fields.
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <map>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "support/test_database.h"
+#include "varnel/varnel.h"
+
+namespace varnel {
+namespace {
+
+std::string ReadPage(const std::string& name) {
+  std::ifstream in(std::string(VARNEL_DOCS_DIR) + "/" + name);
+  std::stringstream text;
+  text << in.rdbuf();
+  return text.str();
+}
+
+// The cells of an example line "kind | field | typed | SQL", trimmed.
+std::vector<std::string> Cells(const std::string& line) {
+  std::vector<std::string> cells;
+  size_t at = 0;
+  for (size_t bar = line.find(" | "); at <= line.size(); bar = line.find(" | ", at)) {
+    std::string cell = line.substr(at, bar == std::string::npos ? std::string::npos : bar - at);
+    cells.push_back(cell.substr(0, cell.find_last_not_of(' ') + 1));
+    at = bar == std::string::npos ? line.size() + 1 : bar + 3;
+  }
+  return cells;
+}
+
+TEST(GuideExamples, EveryQueryByFormExampleGivesTheSqlThePageShows) {
+  const std::map<std::string, Enum_FieldType> kinds = {
+      {"F_Numeral", F_Numeral}, {"F_Currency", F_Currency}, {"F_Date", F_Date},
+      {"F_Text", F_Text},       {"F_Boolean", F_Boolean},   {"F_Other", F_Other}};
+  std::istringstream page(ReadPage("query_by_form.md"));
+  int examples = 0;
+  for (std::string line; std::getline(page, line);) {
+    if (line.rfind("F_", 0) != 0) {
+      continue;
+    }
+    const std::vector<std::string> cells = Cells(line);
+    ASSERT_EQ(cells.size(), 4u) << line;
+    ClsRecordset rs;
+    auto field = rs.Add(cells[1]);
+    field->FieldType = kinds.at(cells[0]);
+    field->DateType = D_YMD;
+    field->QueryValue = cells[2];
+    EXPECT_EQ(CStr(MdlQuery::QueryCondition(*field)), cells[3]) << line;
+    ++examples;
+  }
+  EXPECT_GE(examples, 20) << "the page's examples were not found";
+}
+
+class FieldInformationTable : public ::testing::TestWithParam<testing::TestProvider> {
+ protected:
+  testing::TestDatabase db_{GetParam()};
+};
+
+TEST_P(FieldInformationTable, TheDocumentedCreateTableWorksAndReadsBackIntoFields) {
+  const std::string page = ReadPage("field_information.md");
+  const size_t start = page.find("```sql\n") + 7;
+  ASSERT_NE(start, std::string::npos + 7) << "no sql block on the page";
+  auto cn = std::make_shared<db::Connection>();
+  cn->Open(db_.ConnectionString());
+  cn->Execute(page.substr(start, page.find("```", start) - start));
+  cn->Execute(
+      "INSERT INTO [FieldsInformation] ([ViewName], [FieldObject], [OrderByField1],"
+      " [OrderByAscending1], [Name], [FieldType], [IsMain], [NumType], [IsData], [EnableNull],"
+      " [Edit], [Copy], [InputMax], [InputMin], [IsSum], [DefaultValue], [SaveToDB],"
+      " [DisplayNameEnglish]) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
+      {Variant("Orders"), Variant("OrderLines"), Variant("Qty"), Variant(int32_t{1}),
+       Variant("Qty"), Variant(int32_t{F_Numeral}), Variant(false), Variant(int32_t{N_Integer}),
+       Variant(true), Variant(false), Variant(true), Variant(true), Variant("100"), Variant("0"),
+       Variant(true), Variant("1"), Variant(true), Variant("Quantity")});
+  auto table = std::make_shared<db::Recordset>();
+  table->Open("SELECT * FROM [FieldsInformation]", cn);
+  ClsRecordset rs;
+  SetThreadUILanguage(1033);
+  ASSERT_FALSE(rs.ReadFieldsInformation(table, "Orders"));
+  ASSERT_EQ(rs.Count(), 1);
+  const auto qty = rs.Item("Qty");
+  ASSERT_NE(qty, nullptr);
+  EXPECT_EQ(rs.TableName, "OrderLines");
+  EXPECT_EQ(rs.OrderByField1, "Qty");
+  EXPECT_EQ(rs.OrderByAscending1, Descending);
+  EXPECT_EQ(qty->FieldType, F_Numeral);
+  EXPECT_FALSE(qty->EnableNull);
+  EXPECT_TRUE(qty->IsData && qty->Edit && qty->Copy && qty->IsSum && qty->SaveToDB);
+  EXPECT_EQ(qty->InputMax.ToDouble(), 100.0);
+  EXPECT_EQ(qty->InputMin.ToDouble(), 0.0);
+  EXPECT_EQ(qty->DefaultValue.ToDouble(), 1.0);
+  EXPECT_EQ(qty->DisplayName, "Quantity");
+  SetThreadUILanguage(0);
+}
+
+VARNEL_ON_EVERY_PROVIDER(FieldInformationTable);
+
+}  // namespace
+}  // namespace varnel

@@ -1,0 +1,179 @@
+// The thread's last error, as a program reads it after a public operation of
+// each subsystem returned its failure result: kind, number, operation, field.
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "support/capture_ui.h"
+#include "support/test_database.h"
+#include "varnel/varnel.h"
+
+namespace varnel {
+namespace {
+
+using testing::TestProvider;
+
+std::string Describe(const ErrorInfo& e) {
+  return "kind " + std::to_string(e.Kind) + ", number " + std::to_string(e.Number) +
+         ", operation '" + e.Operation + "', field '" + e.Field + "', description '" +
+         e.Description + "'";
+}
+
+// Items(Id, Name NOT NULL, Qty, Price) with two rows, loaded into a recordset
+// with a computed Each = Price/Qty and a TableWriter saving by Id.
+class LastErrorTest : public ::testing::TestWithParam<TestProvider> {
+ protected:
+  void SetUp() override {
+    other_ = std::make_shared<db::Connection>();
+    other_->Open(db_.ConnectionString());
+    other_->Execute(
+        "CREATE TABLE Items (\"Id\" INTEGER PRIMARY KEY, \"Name\" VARCHAR(20) NOT NULL,"
+        " \"Qty\" INTEGER, \"Price\" FLOAT)");
+    other_->Execute("INSERT INTO Items VALUES (1, 'bolt', 10, 2.5), (2, 'nut', 20, 0.5)");
+    rs_.ConnectString = db_.ConnectionString();
+    rs_.TableName = "Items";
+    rs_.UserOpenMode = U_Auto;
+    rs_.OrderByField1 = "[Id]";
+    for (const char* name : {"Id", "Name", "Qty", "Price"}) {
+      auto field = rs_.Add(name);
+      field->FieldType = std::string(name) == "Name" ? F_Text : F_Numeral;
+      field->NumType = std::string(name) == "Price" ? N_Float : N_Integer;
+      field->IsData = field->SaveToDB = field->Edit = true;
+      field->EnableNull = std::string(name) != "Name";
+    }
+    auto each = rs_.Add("Each");
+    each->FieldType = F_Numeral;
+    each->NumType = N_Float;
+    each->ComputeString = "Price/Qty";
+    each->EnableNull = true;
+    each->IsData = false;
+  }
+
+  testing::TestDatabase db_{GetParam()};
+  testing::CaptureScope capture_;
+  std::shared_ptr<db::Connection> other_;
+  ClsRecordset rs_;
+};
+
+struct Case {
+  const char* what;
+  // Runs on the loaded recordset; returns the operation's failure result (true = failed).
+  std::function<bool(ClsRecordset&, db::Connection& other)> fails;
+  ErrorInfo expected;  // Description: a part of it
+};
+
+TEST_P(LastErrorTest, EachSubsystemTellsWhatFailedAndTheNextSuccessClearsIt) {
+  struct Canceller : ClsRecordsetEvents {
+    void ModifyBefore(const std::string&, const Variant&, bool& Cancel) override { Cancel = true; }
+  };
+  const Case cases[] = {
+      {"fields: a name already in the collection",
+       [](ClsRecordset& rs, db::Connection&) { return rs.Add("Qty") == nullptr; },
+       {K_Error, Err_DuplicateKey, "already associated", "Add", ""}},
+      {"fields: a value of the wrong type",
+       [](ClsRecordset& rs, db::Connection&) {
+         Variant value("many");
+         return rs.FormatValue("Qty", value);
+       },
+       {K_Error, Err_TypeMismatch, "Type Mismatch", "FormatValue", "Qty"}},
+      {"editing: a required field left empty",
+       [](ClsRecordset& rs, db::Connection&) {
+         return rs.NewRecord() || rs.UpdateRecord() != E_Succeed;
+       },
+       {K_Error, Err_InvalidUseOfNull, "'Name'", "UpdateRecord", "Name"}},
+      {"editing: a read-only field",
+       [](ClsRecordset& rs, db::Connection&) {
+         rs.Item("Price")->Edit = false;
+         return rs.Modify("Price", 3.0);
+       },
+       {K_Notice, 0, "read only", "Modify", "Price"}},
+      {"editing: a handler cancels",
+       [](ClsRecordset& rs, db::Connection&) {
+         Canceller canceller;
+         const int32_t cookie = rs.Advise(&canceller);
+         const bool failed = rs.Modify("Qty", int32_t{3});
+         rs.Unadvise(cookie);
+         return failed;
+       },
+       {K_Cancelled, 0, "ModifyBefore", "Modify", "Qty"}},
+      {"compute: a computed field divides by zero",
+       [](ClsRecordset& rs, db::Connection&) {
+         rs.Item("Qty")->SetValue(int32_t{0}, 1);
+         return rs.Item("Each")->GetValue(1).IsEmpty();
+       },
+       {K_Error, 0, "Division by zero", "SetValue", "Qty"}},
+      {"query: a criterion that is not a number",
+       [](ClsRecordset& rs, db::Connection&) {
+         return rs.NewQuery() || rs.Modify("Qty", ">=lots") || rs.ExecuteQuery();
+       },
+       {K_Error, Err_InvalidUseOfNull, "can not be null", "GetCondition", ""}},
+      {"recordset load: a condition the database refuses",
+       [](ClsRecordset& rs, db::Connection&) {
+         rs.DefaultCondition = "[NoSuchColumn] = 1";
+         return rs.InitDataSource();
+       },
+       {K_Error, Err_Provider, "", "InitDataSource", ""}},
+      {"writer: the row was changed by someone else",
+       [](ClsRecordset& rs, db::Connection& other) {
+         other.Execute("UPDATE Items SET [Qty] = 11 WHERE [Id] = 1");
+         return rs.MoveFirst() || rs.Modify("Qty", int32_t{12}) || rs.UpdateRecord() != E_Succeed;
+       },
+       {K_Error, Err_RowNotLocated, "", "UpdateRecord", ""}},
+  };
+  ASSERT_FALSE(rs_.InitDataSource());
+  TableWriter writer(rs_);
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.what);
+    ASSERT_FALSE(rs_.InitDataSource());
+    EXPECT_EQ(LastError().Kind, K_None) << "a load that succeeded clears it";
+    EXPECT_TRUE(c.fails(rs_, *other_));
+    const ErrorInfo& e = LastError();
+    EXPECT_EQ(e.Kind, c.expected.Kind) << Describe(e);
+    EXPECT_EQ(e.Number, c.expected.Number) << Describe(e);
+    EXPECT_NE(e.Description.find(c.expected.Description), std::string::npos) << Describe(e);
+    EXPECT_EQ(e.Operation, c.expected.Operation) << Describe(e);
+    EXPECT_EQ(e.Field, c.expected.Field) << Describe(e);
+    if (rs_.EditStatus() == E_Query) {
+      rs_.CancelQuery();
+    } else if (rs_.EditStatus() != E_Default) {
+      rs_.UndoRecord();
+    }
+    rs_.DefaultCondition = "";
+    rs_.Item("Price")->Edit = true;
+    rs_.Item("Qty")->QueryValue = "";
+    other_->Execute("UPDATE Items SET [Qty] = 10 WHERE [Id] = 1");
+  }
+}
+
+VARNEL_ON_EVERY_PROVIDER(LastErrorTest);
+
+TEST(LastError, MessageProceduresRecordWhatTheyShowAndEveryNumberHasItsDescription) {
+  testing::CaptureScope capture;
+  bool showing = false;
+  ClearLastError();
+  MdlProcess::ShowErr("Error", 0, "suppressed", showing);
+  EXPECT_EQ(LastError().Kind, K_None) << "a report suppressed by number 0 is not recorded";
+  MdlProcess::ShowErr("Error", -2147221504 + 513, "custom", showing);
+  EXPECT_EQ(Describe(LastError()), Describe({K_Error, -2147221504 + 513, "custom", "", ""}));
+  MdlProcess::ShowInfor("note", showing);
+  EXPECT_EQ(Describe(LastError()), Describe({K_Notice, 0, "note", "", ""}));
+  MsgBox("a box of the program's own");
+  EXPECT_EQ(LastError().Kind, K_Notice) << "the program's own message boxes are not errors";
+  for (const int32_t number :
+       {Err_InvalidCall, Err_Overflow, Err_SubscriptOutOfRange, Err_DivisionByZero,
+        Err_TypeMismatch, Err_ObjectNotSet, Err_InvalidUseOfNull, Err_DuplicateKey,
+        Err_NoCurrentRecord, Err_BadArguments, Err_BofOrEof, Err_ItemNotFound, Err_ObjectClosed,
+        Err_ObjectOpen, Err_ProviderNotFound, Err_RowNotLocated, Err_Provider}) {
+    EXPECT_NE(ErrorDescription(number), ErrorDescription(1)) << number;
+    try {
+      RaiseError(number);
+    } catch (const VbError& e) {
+      EXPECT_EQ(e.Description(), ErrorDescription(number)) << number;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace varnel
