@@ -57,10 +57,10 @@ struct CurrentRecord {
   bool fresh = false;
 };
 
-bool Describes(const ColumnTotalRecord& record, const ClsFields& field,
+bool Describes(const RecordsetState& rs, const ColumnTotalRecord& record, const ClsFields& field,
                const std::shared_ptr<ClsFields>& companion) {
-  return !record.owner.expired() && record.units == UnitsOf(field) &&
-         record.has_companion == (companion != nullptr) &&
+  return !record.owner.expired() && record.marks == rs.select_marks.size() &&
+         record.units == UnitsOf(field) && record.has_companion == (companion != nullptr) &&
          (!companion || record.companion.lock() == companion);
 }
 
@@ -68,7 +68,7 @@ CurrentRecord Current(RecordsetState& rs, size_t index) {
   ClsFields& field = *rs.fields[index];
   const std::shared_ptr<ClsFields> companion = FindCompanion(field);
   const auto found = rs.column_totals.find(&field);
-  if (found != rs.column_totals.end() && Describes(found->second, field, companion)) {
+  if (found != rs.column_totals.end() && Describes(rs, found->second, field, companion)) {
     return {&found->second, companion.get(), false};
   }
   RecountTotal(rs, index);
@@ -141,6 +141,7 @@ void RecountTotal(RecordsetState& rs, size_t field_index) {
   record = ColumnTotalRecord{
       rs.fields[field_index], companion, companion != nullptr, UnitsOf(field), {}, {}, {},
       record.recounts + 1};
+  record.marks = rs.select_marks.size();
   const CurrentRecord current{&record, companion.get(), true};
   const std::vector<Variant>& values = FieldAccess::Values(field);
   for (size_t row = 1; row < values.size(); ++row) {
@@ -178,6 +179,14 @@ void FollowStoredValue(RecordsetState& rs, const ClsFields& field, int32_t row,
       Contribute(rs, current, value, &after, row, 1);
     }
   });
+}
+
+void FollowRowCount(RecordsetState& rs, size_t marks_before) {
+  for (auto& [field, record] : rs.column_totals) {
+    if (record.marks == marks_before) {
+      record.marks = rs.select_marks.size();
+    }
+  }
 }
 
 void RowLeavesTotals(RecordsetState& rs, int32_t row) { RowContributes(rs, row, -1); }

@@ -40,6 +40,11 @@ void FollowStoredValue(RecordsetState& rs, const ClsFields& field, int32_t row,
 void RowLeavesTotals(RecordsetState& rs, int32_t row);
 void RowJoinsTotals(RecordsetState& rs, int32_t row);
 
+// After the row store inserted or removed rows (the mark array held
+// marks_before elements): sums that covered the old rows cover the new ones.
+// Mark arrays replaced any other way (a load, a close) make the sums recount.
+void FollowRowCount(RecordsetState& rs, size_t marks_before);
+
 // After the selection mark of row flipped to `selected`.
 void FollowSelectMark(RecordsetState& rs, int32_t row, bool selected);
 // After every mark was set, cleared or negated at once.

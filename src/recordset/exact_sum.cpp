@@ -127,6 +127,8 @@ ExactSum::ExactSum(const ExactSum& other)
     : count_(other.count_),
       currency_kinds_(other.currency_kinds_),
       real_kinds_(other.real_kinds_),
+      long_long_kinds_(other.long_long_kinds_),
+      decimal_kinds_(other.decimal_kinds_),
       outside_currency_(other.outside_currency_),
       nan_(other.nan_),
       positive_infinity_(other.positive_infinity_),
@@ -134,7 +136,9 @@ ExactSum::ExactSum(const ExactSum& other)
       whole_(other.whole_),
       units_(other.units_),
       currency_units_(other.currency_units_),
-      reals_(other.reals_ ? std::make_unique<BinarySum>(*other.reals_) : nullptr) {}
+      reals_(other.reals_ ? std::make_unique<BinarySum>(*other.reals_) : nullptr),
+      decimals_(other.decimals_ ? std::make_unique<std::array<__int128, 29>>(*other.decimals_)
+                                : nullptr) {}
 
 ExactSum& ExactSum::operator=(const ExactSum& other) {
   if (this != &other) {
@@ -172,6 +176,32 @@ void ExactSum::AddReal(double value, TotalUnits units, int sign) {
   real_kinds_ += sign;
 }
 
+void ExactSum::AddDecimal(const Variant& value, TotalUnits units, int sign) {
+  if (units == TotalUnits::Currency) {
+    double number = 0;
+    try {
+      const int64_t cents = value.ToCurrency().Value;  // as a currency field holds it
+      units_ += sign * __int128{cents};
+      currency_units_ += sign * __int128{cents};
+      currency_kinds_ += sign;
+      return;
+    } catch (const VbError&) {
+      number = value.ToDouble();  // beyond Currency
+    }
+    outside_currency_ += sign;
+    real_kinds_ += sign;
+    Reals().Add(number, sign);
+    return;
+  }
+  const Decimal decimal = value.AsDecimal();
+  const __int128 magnitude = static_cast<__int128>(decimal.Hi) << 64 | decimal.Lo;
+  if (!decimals_) {
+    decimals_ = std::make_unique<std::array<__int128, 29>>();
+  }
+  (*decimals_)[decimal.Scale % 29] += sign * (decimal.Negative ? -magnitude : magnitude);
+  decimal_kinds_ += sign;
+}
+
 void ExactSum::Add(const Variant& value, TotalUnits units, int sign) {
   switch (value.VarType()) {
     case vbInteger:
@@ -186,6 +216,21 @@ void ExactSum::Add(const Variant& value, TotalUnits units, int sign) {
       }
       break;
     }
+    case vbLongLong: {
+      const __int128 whole = value.AsLongLong();
+      units_ += sign * whole * 10000;
+      if (units == TotalUnits::Currency) {
+        currency_kinds_ += sign;
+        currency_units_ += sign * whole * 10000;
+      } else {
+        whole_ += sign * whole;
+        long_long_kinds_ += sign;
+      }
+      break;
+    }
+    case vbDecimal:
+      AddDecimal(value, units, sign);
+      break;
     case vbCurrency:
       units_ += sign * __int128{value.AsCurrency().Value};
       currency_units_ += sign * __int128{value.AsCurrency().Value};
@@ -224,8 +269,18 @@ void ExactSum::Merge(const ExactSum& other, int sign) {
   whole_ += sign * other.whole_;
   units_ += sign * other.units_;
   currency_units_ += sign * other.currency_units_;
+  long_long_kinds_ += sign * other.long_long_kinds_;
+  decimal_kinds_ += sign * other.decimal_kinds_;
   if (other.reals_) {
     Reals().Merge(*other.reals_, sign);
+  }
+  if (other.decimals_) {
+    if (!decimals_) {
+      decimals_ = std::make_unique<std::array<__int128, 29>>();
+    }
+    for (size_t scale = 0; scale < decimals_->size(); ++scale) {
+      (*decimals_)[scale] += sign * (*other.decimals_)[scale];
+    }
   }
 }
 
@@ -236,6 +291,43 @@ double ExactSum::RoundedWithoutCurrency() const {
 }
 
 Variant ExactSum::Total(TotalUnits units) const {
+  Variant total = TotalWithoutDecimals(units);
+  return decimal_kinds_ > 0 ? WithDecimals(std::move(total)) : total;
+}
+
+// The Decimals join the rest by the platform's addition, one sum per scale in
+// the order of the scales: the same steps for the same values, whatever their
+// order. Past what a Decimal holds, the nearest Double.
+Variant ExactSum::WithDecimals(Variant total) const {
+  constexpr unsigned __int128 kLimit = static_cast<unsigned __int128>(1) << 96;
+  double approximate = 0;
+  bool exact = true;
+  for (size_t scale = 0; scale < decimals_->size(); ++scale) {
+    const __int128 sum = (*decimals_)[scale];
+    const unsigned __int128 magnitude =
+        sum < 0 ? -static_cast<unsigned __int128>(sum) : static_cast<unsigned __int128>(sum);
+    approximate += static_cast<double>(sum) / std::pow(10.0, static_cast<double>(scale));
+    if (sum == 0 || !exact) {
+      continue;
+    }
+    try {
+      exact = magnitude < kLimit;
+      if (exact) {
+        total = total + Variant(Decimal{static_cast<uint64_t>(magnitude),
+                                        static_cast<uint32_t>(magnitude >> 64),
+                                        static_cast<uint8_t>(scale), sum < 0});
+      }
+    } catch (const VbError&) {
+      exact = false;  // beyond a Decimal
+    }
+  }
+  if (!exact) {
+    return Variant(TotalWithoutDecimals(TotalUnits::Whole).ToDouble() + approximate);
+  }
+  return total.VarType() == vbDecimal ? total : Variant(Decimal{0, 0, 0, false}) + total;
+}
+
+Variant ExactSum::TotalWithoutDecimals(TotalUnits units) const {
   if (nan_ > 0 || (positive_infinity_ > 0 && negative_infinity_ > 0)) {
     return Variant(std::numeric_limits<double>::quiet_NaN());
   }
@@ -252,7 +344,10 @@ Variant ExactSum::Total(TotalUnits units) const {
   if (real_kinds_ > 0) {
     return Variant(RoundedWithoutCurrency());
   }
-  if (whole_ >= INT32_MIN && whole_ <= INT32_MAX) {
+  if (long_long_kinds_ > 0 && whole_ >= INT64_MIN && whole_ <= INT64_MAX) {
+    return Variant(static_cast<int64_t>(whole_));
+  }
+  if (long_long_kinds_ == 0 && whole_ >= INT32_MIN && whole_ <= INT32_MAX) {
     return Variant(static_cast<int32_t>(whole_));
   }
   return Variant(static_cast<double>(whole_));

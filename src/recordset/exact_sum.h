@@ -47,10 +47,12 @@ class BinarySum {
 
 // The sum of a column's addends. The total's kind follows the platform's
 // ranking of kinds, decided by the set of addends and not by their order:
-// any Currency addend makes a Currency total (every addend taken in 1/10000,
-// as Currency arithmetic takes it); else any Double (or numeric text) a
-// Double, the exact sum rounded once; else a Long. A total beyond the range
-// of its kind is the Double nearest to the exact sum.
+// any Decimal addend makes a Decimal total (the rest's total plus the
+// Decimals, summed exactly per scale, by the platform's addition); else any
+// Currency addend a Currency total (every addend taken in 1/10000, as
+// Currency arithmetic takes it); else any Double (or numeric text) a Double,
+// the exact sum rounded once; else a LongLong when one is held, else a Long.
+// A total beyond the range of its kind is the Double nearest to the exact sum.
 class ExactSum {
  public:
   ExactSum() = default;
@@ -72,17 +74,24 @@ class ExactSum {
  private:
   BinarySum& Reals();
   void AddReal(double value, TotalUnits units, int sign);
+  void AddDecimal(const Variant& value, TotalUnits units, int sign);
   // The doubles and whole numbers held, rounded once.
   double RoundedWithoutCurrency() const;
   int64_t count_ = 0;
   int64_t currency_kinds_ = 0;    // Currency addends
   int64_t real_kinds_ = 0;        // Double addends (numeric text included)
+  int64_t long_long_kinds_ = 0;   // LongLong addends
+  int64_t decimal_kinds_ = 0;     // Decimal addends
   int64_t outside_currency_ = 0;  // Doubles too large for Currency
   int64_t nan_ = 0, positive_infinity_ = 0, negative_infinity_ = 0;
   __int128 whole_ = 0;                // Integer and Long addends
   __int128 units_ = 0;                // every addend that fits Currency, in 1/10000
   __int128 currency_units_ = 0;       // the addends held as Currency, in 1/10000
   std::unique_ptr<BinarySum> reals_;  // finite doubles; made on first use
+  // The Decimals' magnitudes (signed) summed per scale 0-28; made on first use.
+  std::unique_ptr<std::array<__int128, 29>> decimals_;
+  Variant TotalWithoutDecimals(TotalUnits units) const;
+  Variant WithDecimals(Variant total) const;
 };
 
 // The sums of one symbol (the value of the companion field named by
@@ -106,6 +115,7 @@ struct ColumnTotalRecord {
   ExactSum selected;
   std::vector<SymbolSums> by_symbol;  // empty without a companion
   uint64_t recounts = 0;
+  size_t marks = 0;  // the length of the mark array the sums cover
 };
 
 }  // namespace varnel::internal

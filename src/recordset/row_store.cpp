@@ -63,6 +63,7 @@ void ResizeRows(RecordsetState& rs, int32_t rows) {
     RaiseError(9);
   }
   const bool drops_rows = rows < rs.Rows();
+  const size_t marks_before = rs.select_marks.size();
   rs.select_marks.resize(ElementCount(rows), 0);
   rs.edit_marks.resize(ElementCount(rows), 0);
   for (const auto& field : rs.fields) {
@@ -70,6 +71,8 @@ void ResizeRows(RecordsetState& rs, int32_t rows) {
   }
   if (drops_rows) {
     RecomputeAllSums(rs);  // the totals of the rows that remain
+  } else {
+    FollowRowCount(rs, marks_before);  // new rows are blank and unselected
   }
   const int32_t count = rs.Rows();
   if (count == 0) {
@@ -99,6 +102,7 @@ void InsertRow(RecordsetState& rs, int32_t at) {
   if (at < 1 || at > rows + 1) {
     RaiseError(9);
   }
+  const size_t marks_before = rs.select_marks.size();
   if (rs.select_marks.empty()) {
     rs.select_marks.assign(1, 0);
     rs.edit_marks.assign(1, 0);
@@ -108,6 +112,7 @@ void InsertRow(RecordsetState& rs, int32_t at) {
   for (const auto& field : rs.fields) {
     InsertEmptyShifting(RowValuesOf(*field, rows), static_cast<size_t>(at));
   }
+  FollowRowCount(rs, marks_before);
 }
 
 void EraseRow(RecordsetState& rs, int32_t at) {
@@ -115,6 +120,7 @@ void EraseRow(RecordsetState& rs, int32_t at) {
     RaiseError(9);
   }
   RowLeavesTotals(rs, at);
+  const size_t marks_before = rs.select_marks.size();
   rs.select_marks.erase(rs.select_marks.begin() + at);
   rs.edit_marks.erase(rs.edit_marks.begin() + at);
   for (const auto& field : rs.fields) {
@@ -123,6 +129,7 @@ void EraseRow(RecordsetState& rs, int32_t at) {
       EraseShifting(values, static_cast<size_t>(at));
     }
   }
+  FollowRowCount(rs, marks_before);
 }
 
 std::vector<Variant> RowValues(const RecordsetState& rs, int32_t row) {

@@ -50,6 +50,15 @@ TEST(ColumnTotal, KindAndValueFollowTheValuesHeldNotTheirOrder) {
       {F_Currency, {Variant(big), Variant(big)}, Variant(2 * big)},  // beyond Currency: Double
       {F_Numeral, {Variant(1e308), Variant(1e308), Variant(-1e308)}, Variant(1e308)},
       {F_Numeral, {Variant(HUGE_VAL), Variant(int32_t{1})}, Variant(HUGE_VAL)},
+      {F_Numeral,
+       {Variant(int64_t{5000000000000}), Variant(int32_t{1})},
+       Variant(int64_t{5000000000001})},
+      {F_Numeral,
+       {Variant(Decimal{150, 0, 2, false}), Variant(int32_t{1}), Variant(0.5)},
+       Variant(Decimal{3, 0, 0, false})},
+      {F_Currency,
+       {Variant(Decimal{150, 0, 2, false}), Variant(int64_t{2})},
+       Variant(Currency{35000})},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(CStr(c.expected));
@@ -78,7 +87,12 @@ Variant RandomValue(std::mt19937& random) {
   const auto whole = [&](int32_t bound) {
     return static_cast<int32_t>(static_cast<int64_t>(random() % (2u * bound + 1)) - bound);
   };
-  switch (random() % 11) {
+  switch (random() % 13) {
+    case 11:
+      return Variant(int64_t{whole(2000000000)} * 3000);
+    case 12:
+      return Variant(Decimal{static_cast<uint64_t>(whole(100000) + 100000), 0,
+                             static_cast<uint8_t>(random() % 5), random() % 2 == 0});
     case 0:
       return Variant();
     case 1:
