@@ -1,5 +1,7 @@
 #include "console.h"
 
+#include <utility>
+
 #include "command_words.h"
 #include "form_view.h"
 #include "texts.h"
@@ -7,18 +9,33 @@
 namespace varnel::app {
 
 const Console::Command Console::kCommands[] = {
-    {"first", nullptr, &Console::First},   {"prev", "previous", &Console::Previous},
-    {"next", nullptr, &Console::Next},     {"last", nullptr, &Console::Last},
-    {"goto", nullptr, &Console::Goto},     {"set", nullptr, &Console::Set},
-    {"new", nullptr, &Console::New},       {"copy", nullptr, &Console::Copy},
-    {"delete", nullptr, &Console::Delete}, {"save", nullptr, &Console::Save},
-    {"undo", nullptr, &Console::Undo},     {"query", nullptr, &Console::Query},
-    {"refine", nullptr, &Console::Refine}, {"run", nullptr, &Console::Run},
-    {"cancel", nullptr, &Console::Cancel}, {"clear", nullptr, &Console::Clear},
-    {"select", nullptr, &Console::Select}, {"list", nullptr, &Console::List},
-    {"export", nullptr, &Console::Export}, {"show", nullptr, &Console::Show},
-    {"sql", nullptr, &Console::Sql},       {"details", nullptr, &Console::Details},
-    {"lang", nullptr, &Console::Lang},     {"refresh", nullptr, &Console::Refresh},
+    {"first", nullptr, &Console::First},
+    {"prev", "previous", &Console::Previous},
+    {"next", nullptr, &Console::Next},
+    {"last", nullptr, &Console::Last},
+    {"goto", nullptr, &Console::Goto},
+    {"set", nullptr, &Console::Set},
+    {"new", nullptr, &Console::New},
+    {"copy", nullptr, &Console::Copy},
+    {"delete", nullptr, &Console::Delete},
+    {"save", nullptr, &Console::Save},
+    {"undo", nullptr, &Console::Undo},
+    {"query", nullptr, &Console::Query},
+    {"refine", nullptr, &Console::Refine},
+    {"run", nullptr, &Console::Run},
+    {"cancel", nullptr, &Console::Cancel},
+    {"clear", nullptr, &Console::Clear},
+    {"select", nullptr, &Console::Select},
+    {"list", nullptr, &Console::List},
+    {"export", nullptr, &Console::Export},
+    {"show", nullptr, &Console::Show},
+    {"sql", nullptr, &Console::Sql},
+    {"details", nullptr, &Console::Details},
+    {"lang", nullptr, &Console::Lang},
+    {"refresh", nullptr, &Console::Refresh},
+    {"conflict", nullptr, &Console::Conflict},
+    {"keep-mine", nullptr, &Console::KeepMine},
+    {"take-theirs", nullptr, &Console::TakeTheirs},
     {"help", "?", &Console::Help},
 };
 
@@ -38,7 +55,7 @@ Console::~Console() { rs_.Unadvise(notices_cookie_); }
 void Console::Start() {
   out_ << app::Say(Text::Banner, fmt::arg("table", rs_.TableName), fmt::arg("rows", rs_.Rows()))
        << "\n";
-  WriteForm(rs_, out_);
+  Form();
 }
 
 bool Console::Execute(const std::string& line) {
@@ -52,6 +69,7 @@ bool Console::Execute(const std::string& line) {
   const std::string argument = space == std::string::npos ? "" : Trim(text.substr(space));
   const int shown = ui_.Shown();
   failed_ = false;
+  told_not_saved_ = false;
   bool stay = true;
   try {
     if (Same(word, "quit") || Same(word, "exit")) {
@@ -86,12 +104,31 @@ void Console::Dispatch(const std::string& word, const std::string& argument) {
 }
 
 // A save made by the command (asked for, or on the user's behalf by a move,
-// a query or quit) is told, and a refused one counts as a failure.
+// a query or quit) is told; a refused one counts as a failure.
 void Console::AnnounceSave() {
   if (const auto notice = notices_.Take()) {
-    out_ << notice->text << "\n";
+    if (notice->saved) {
+      out_ << notice->text << "\n";
+    }
     failed_ = failed_ || !notice->saved;
+    if (!notice->saved && Pending()) {
+      NotSaved();
+    }
   }
+}
+
+// The form, after the announcement of any save that led to it.
+void Console::Form() {
+  AnnounceSave();
+  WriteForm(rs_, out_);
+}
+
+// What to do about an edit whose save was refused and is still pending.
+void Console::NotSaved() {
+  if (std::exchange(told_not_saved_, true)) {
+    return;
+  }
+  Fail(Tr(writer_.PendingConflict() ? Text::ConflictHint : Text::NotSavedKept));
 }
 
 bool Console::EndOfInput() {
@@ -120,7 +157,11 @@ bool Console::SavePending() {
   if (result == E_Succeed) {
     return true;
   }
-  Fail(Tr(result == E_Defeat ? Text::NotSavedKept : Text::NotSavedTakenBack));
+  if (result == E_Defeat) {
+    NotSaved();
+  } else {
+    Fail(Tr(Text::NotSavedTakenBack));
+  }
   return false;
 }
 
@@ -133,7 +174,7 @@ void Console::Refused(bool refused, const std::string& command) {
   if (refused) {
     Fail(app::Say(Text::Refused, fmt::arg("command", command)));
   }
-  WriteForm(rs_, out_);
+  Form();
 }
 
 void Console::Usage(const std::string& usage) {

@@ -92,6 +92,9 @@ class Console {
   void Details(const std::string&);
   void Lang(const std::string& argument);
   void Refresh(const std::string&);
+  void Conflict(const std::string&);
+  void KeepMine(const std::string&);
+  void TakeTheirs(const std::string&);
   void Help(const std::string&);
 
   void Refused(bool refused, const std::string& command);
@@ -99,6 +102,8 @@ class Console {
   void Say(const std::string& text);
   void Fail(const std::string& text);
   void AnnounceSave();
+  void Form();
+  void NotSaved();
   bool Pending() const;
   bool SavePending();
   std::shared_ptr<ClsFields> FindField(const std::string& text, std::string& rest) const;
@@ -113,6 +118,7 @@ class Console {
   int32_t notices_cookie_ = 0;
   bool quit_warned_ = false;
   bool failed_ = false;  // the command being run failed
+  bool told_not_saved_ = false;  // the command has said why its save did not happen
   bool last_failed_ = false;
   int failures_ = 0;
 };

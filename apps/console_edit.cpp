@@ -37,9 +37,9 @@ Variant TypedValue(const ClsFields& field, const std::string& text) {
 // not happen and the edit stays, which the person is told.
 void Console::Move(bool failed) {
   if (failed && Pending()) {
-    Fail(Tr(Text::NotSavedKept));
+    NotSaved();
   }
-  WriteForm(rs_, out_);
+  Form();
 }
 
 void Console::First(const std::string&) { Move(rs_.MoveFirst()); }
@@ -112,7 +112,7 @@ void Console::Set(const std::string& argument) {
       Say(hint);
     }
   }
-  WriteForm(rs_, out_);
+  Form();
 }
 
 void Console::New(const std::string&) { Refused(rs_.NewRecord(), "new"); }
@@ -138,8 +138,7 @@ void Console::Save(const std::string&) {
     return;
   }
   SavePending();
-  AnnounceSave();
-  WriteForm(rs_, out_);
+  Form();
 }
 
 void Console::Undo(const std::string&) {
@@ -148,7 +147,7 @@ void Console::Undo(const std::string&) {
     return;
   }
   rs_.UndoRecord();
-  WriteForm(rs_, out_);
+  Form();
 }
 
 void Console::Select(const std::string& argument) {
@@ -178,7 +177,7 @@ void Console::Select(const std::string& argument) {
     Usage("select <n> | select shift <n> | select ctrl <n> | select all | invert | none");
     return;
   }
-  WriteForm(rs_, out_);
+  Form();
 }
 
 }  // namespace varnel::app

@@ -37,7 +37,7 @@ void Console::SetCriterion(ClsFields& field, const std::string& text) {
     }
   }
   failed_ = failed_ || ui_.Shown() != shown;
-  WriteForm(rs_, out_);
+  Form();
 }
 
 void Console::Query(const std::string&) {
@@ -45,7 +45,7 @@ void Console::Query(const std::string&) {
   if (rs_.EditStatus() == E_Query) {
     Say(Tr(Text::QueryHint));
   }
-  WriteForm(rs_, out_);
+  Form();
 }
 
 void Console::Refine(const std::string&) {
@@ -53,7 +53,7 @@ void Console::Refine(const std::string&) {
   if (rs_.EditStatus() == E_Query) {
     Say(Tr(Text::QueryHint));
   }
-  WriteForm(rs_, out_);
+  Form();
 }
 
 // A query that fails (its condition, or the database refusing it) stays in
@@ -63,9 +63,9 @@ void Console::Run(const std::string&) {
     Fail(Tr(Text::NoQueryMode));
     return;
   }
-  const int shown = ui_.Shown();
+  const int refusals = ui_.Refusals();
   const bool failed = rs_.ExecuteQuery();
-  if (failed || ui_.Shown() != shown) {
+  if (failed || ui_.Refusals() != refusals) {
     if (rs_.EditStatus() != E_Query) {
       rs_.RefineQuery();  // back to the criteria just run
     }
@@ -73,7 +73,7 @@ void Console::Run(const std::string&) {
   } else if (rs_.EditStatus() != E_Query) {
     Say(app::Say(Text::RowsFound, fmt::arg("rows", rs_.Rows())));
   }
-  WriteForm(rs_, out_);
+  Form();
 }
 
 void Console::Cancel(const std::string&) {
@@ -82,12 +82,12 @@ void Console::Cancel(const std::string&) {
     return;
   }
   rs_.CancelQuery();
-  WriteForm(rs_, out_);
+  Form();
 }
 
 void Console::Clear(const std::string&) {
   rs_.ClearQuery();
-  WriteForm(rs_, out_);
+  Form();
 }
 
 }  // namespace varnel::app

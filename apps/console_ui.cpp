@@ -34,6 +34,7 @@ std::string ConsoleUi::Plain(const std::string& number_line, const std::string& 
     return number_line + " " + description;
   }
   details_ = description;
+  ++refusals_;
   const size_t statement = description.find(" while ");
   const std::string reason = description.substr(0, statement);
   return Say(Text::DatabaseRefused, fmt::arg("reason", reason));

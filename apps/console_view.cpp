@@ -62,7 +62,7 @@ void Console::Export(const std::string& argument) {
   Say(app::Say(Text::Exported, fmt::arg("rows", rs_.Rows()), fmt::arg("file", file)));
 }
 
-void Console::Show(const std::string&) { WriteForm(rs_, out_); }
+void Console::Show(const std::string&) { Form(); }
 
 void Console::Sql(const std::string&) { Say(ComposedSelect(rs_)); }
 
@@ -79,12 +79,12 @@ void Console::Lang(const std::string& argument) {
   SetThreadUILanguage(language);
   ApplyNames(rs_, settings_.names, language);
   Say(Tr(Text::Language));
-  WriteForm(rs_, out_);
+  Form();
 }
 
 void Console::Refresh(const std::string&) {
   rs_.RefreshDataSource();
-  WriteForm(rs_, out_);
+  Form();
 }
 
 void Console::Help(const std::string&) {

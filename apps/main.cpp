@@ -43,23 +43,30 @@ class Advised {
   int32_t cookie_;
 };
 
+// A script succeeded when every command did and nothing typed was left unsaved.
+int ScriptStatus(const Console& console, bool saved, std::ostream& out) {
+  if (console.Failures() > 0) {
+    out << Say(Text::CommandsFailed, fmt::arg("count", console.Failures())) << "\n";
+  }
+  return console.Failures() > 0 || !saved ? 1 : 0;
+}
+
 // Runs commands until quit or the end of the input; the exit status.
 int Converse(Console& console, LineReader& reader, const Options& options, bool interactive,
              std::ostream& out) {
   console.Start();
   for (;;) {
     const std::optional<std::string> line = reader.Next();
-    if (!line) {
-      const bool saved = console.EndOfInput();
-      return interactive ? 0 : (console.Failures() > 0 || !saved ? 1 : 0);
+    if (line && !console.Execute(*line)) {
+      return interactive ? 0 : ScriptStatus(console, true, out);  // quit
     }
-    if (!console.Execute(*line)) {
-      return interactive || console.Failures() == 0 ? 0 : 1;
-    }
-    if (!interactive && options.bail && console.LastFailed()) {
+    const bool bail = line && !interactive && options.bail && console.LastFailed();
+    if (bail) {
       out << Tr(Text::Bailed) << "\n";
-      console.EndOfInput();
-      return 1;
+    }
+    if (!line || bail) {
+      const bool saved = console.EndOfInput();
+      return interactive ? 0 : ScriptStatus(console, saved, out);
     }
   }
 }

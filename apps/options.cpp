@@ -56,12 +56,19 @@ std::filesystem::path DefaultDataDir() {
   return std::filesystem::current_path() / ".varnel";
 }
 
-std::optional<Options> ParseOptions(int argc, char** argv, int* exit_code) {
-  CLI::App cli("varnel: a data-entry console on any database table", "varnel");
+std::optional<Options> ParseOptions(int argc, char** argv, int* exit_code, Program program) {
+  const bool window = program == Program::kWindow;
+  CLI::App cli(window ? "varnel-screen: a data-entry window on any database table"
+                      : "varnel: a data-entry console on any database table",
+               window ? "varnel-screen" : "varnel");
   Options options;
   std::string language;
   std::string data_dir;
   AddOptions(cli, options, language, data_dir);
+  if (window) {
+    cli.add_option("--screenshot", options.screenshot,
+                   "Render the loaded window to this PNG file and exit (works without a display)");
+  }
   try {
     cli.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
@@ -69,7 +76,7 @@ std::optional<Options> ParseOptions(int argc, char** argv, int* exit_code) {
     return std::nullopt;
   }
   if (!options.connect.empty() && options.table.empty() && options.view.empty()) {
-    std::cerr << "varnel: --connect needs --table or --view\n";
+    std::cerr << cli.get_name() << ": --connect needs --table or --view\n";
     *exit_code = 2;
     return std::nullopt;
   }

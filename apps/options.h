@@ -23,11 +23,16 @@ struct Options {
   bool ask_password = false;       // --password: prompt for it before connecting
   bool assume_yes = false;         // --yes: deletions are not confirmed
   bool bail = false;               // --bail: a scripted session stops at its first failure
+  std::filesystem::path screenshot;  // varnel-screen: render the window to this PNG and exit
 };
+
+// Which program reads the command line: its name, and varnel-screen's --screenshot.
+enum class Program { kConsole, kWindow };
 
 // The options of the command line; nullopt after printing help, the version
 // or a usage error, with the exit status in *exit_code.
-std::optional<Options> ParseOptions(int argc, char** argv, int* exit_code);
+std::optional<Options> ParseOptions(int argc, char** argv, int* exit_code,
+                                    Program program = Program::kConsole);
 
 // $VARNEL_DATA_DIR, else $XDG_DATA_HOME/varnel, else ~/.local/share/varnel.
 std::filesystem::path DefaultDataDir();

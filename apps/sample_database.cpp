@@ -110,7 +110,7 @@ void InsertOrders(db::Connection& cn) {
 
 void CreateAt(const std::filesystem::path& path) {
   auto cn = std::make_shared<db::Connection>();
-  cn->Open(SqliteConnectionString(path));
+  cn->Open(SqliteConnectionString(path, /*create=*/true));
   cn->BeginTrans();
   cn->Execute(kOrdersTable);
   cn->Execute(kFieldsTable);
@@ -122,7 +122,7 @@ void CreateAt(const std::filesystem::path& path) {
 
 }  // namespace
 
-std::string SqliteConnectionString(const std::filesystem::path& path) {
+std::string SqliteConnectionString(const std::filesystem::path& path, bool create) {
   std::string value = path.string();
   if (value.find_first_of(";\"'") != std::string::npos || value.front() == ' ' ||
       value.back() == ' ') {
@@ -132,7 +132,7 @@ std::string SqliteConnectionString(const std::filesystem::path& path) {
     }
     value = quoted + "\"";
   }
-  return "Provider=SQLite;Data Source=" + value;
+  return std::string("Provider=SQLite;") + (create ? "Create=True;" : "") + "Data Source=" + value;
 }
 
 bool EnsureSampleDatabase(const std::filesystem::path& path) {

@@ -12,8 +12,9 @@ inline constexpr const char* kSampleView = "Orders";
 inline constexpr const char* kSampleFieldsTable = "FieldsInformation";
 inline constexpr int kSampleRows = 300;
 
-// "Provider=SQLite;Data Source=<path>".
-std::string SqliteConnectionString(const std::filesystem::path& path);
+// "Provider=SQLite;Data Source=<path>"; with Create, the string that makes
+// the file when it does not exist yet.
+std::string SqliteConnectionString(const std::filesystem::path& path, bool create = false);
 
 // Creates the sample database at Path (its directory too) unless a file is
 // already there; returns true when it created it. Raises VbError when the

@@ -13,9 +13,6 @@ void SaveNotices::UserUpdateRecord(Enum_EditRecord& Update_Succeed) {
   } else if (status == E_Delete || status == E_ModifyDelete) {
     text = Text::DeletedRow;
   }
-  if (Update_Succeed != E_Succeed) {
-    text = Text::RowNotSaved;
-  }
   notice_ = Notice{Say(text, fmt::arg("row", row)), Update_Succeed == E_Succeed};
 }
 

@@ -17,8 +17,8 @@ class SaveNotices : public ClsRecordsetEvents {
   explicit SaveNotices(ClsRecordset& recordset) : recordset_(recordset) {}
   void UserUpdateRecord(Enum_EditRecord& Update_Succeed) override;
 
-  // The announcement of the save since the last call, if one was made; and
-  // whether it succeeded.
+  // The save since the last call, if one was made: whether it succeeded and,
+  // when it did, its announcement.
   struct Notice {
     std::string text;
     bool saved = false;

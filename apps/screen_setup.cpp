@@ -10,76 +10,13 @@
 namespace varnel::app {
 namespace {
 
-// A field for each column of a table, typed by the first values it holds.
-struct ColumnSample {
-  std::string name;
-  int32_t size = 0;
-  VbVarType type = vbEmpty;  // of the first non-blank value
-  bool has_time = false;     // a date value with a time of day
-};
-
-std::vector<ColumnSample> SampleColumns(const std::shared_ptr<db::Connection>& connection,
-                                        const std::string& table) {
-  db::Recordset sample;
-  sample.Open("SELECT * FROM " + table + " LIMIT 100", connection);
-  std::vector<ColumnSample> columns;
-  const db::Fields fields = sample.Fields();
-  for (int32_t i = 0; i < fields.Count(); ++i) {
-    columns.push_back({fields.Item(i).Name(), fields.Item(i).DefinedSize()});
-  }
-  for (; !sample.Eof(); sample.MoveNext()) {
-    for (size_t i = 0; i < columns.size(); ++i) {
-      const Variant value = fields.Item(static_cast<int32_t>(i)).Value();
-      if (value.IsBlank()) {
-        continue;
-      }
-      if (columns[i].type == vbEmpty) {
-        columns[i].type = value.VarType();
-      }
-      if (value.VarType() == vbDate &&
-          value.AsDate().Value != static_cast<int64_t>(value.AsDate().Value)) {
-        columns[i].has_time = true;
-      }
-    }
-  }
-  return columns;
-}
-
-void DefineField(ClsRecordset& rs, const ColumnSample& column) {
-  auto field = rs.Add(column.name);
-  field->IsData = field->SaveToDB = field->Edit = field->EnableNull = field->Copy = true;
-  field->DisplayName = column.name;
-  field->DefinedSize = column.size;
-  switch (column.type) {
-    case vbBoolean:
-      field->FieldType = F_Boolean;
-      break;
-    case vbDate:
-      field->FieldType = F_Date;
-      field->DateType = column.has_time ? D_YMDHNS : D_YMD;
-      break;
-    case vbInteger:
-    case vbLong:
-    case vbLongLong:
-      field->FieldType = F_Numeral;
-      break;
-    case vbDouble:
-    case vbDecimal:
-    case vbCurrency:  // a currency field needs a sign column, which a bare table lacks
-      field->FieldType = F_Numeral;
-      field->NumType = N_Float;
-      break;
-    default:
-      field->FieldType = F_Text;
-      break;
-  }
-}
-
 void DefineFromTable(const std::shared_ptr<db::Connection>& connection, const std::string& table,
                      ClsRecordset& rs) {
-  rs.TableName = table;
-  for (const ColumnSample& column : SampleColumns(connection, table)) {
-    DefineField(rs, column);
+  // A field per column, as the table's schema describes it (the library has
+  // already told the user why when it cannot).
+  if (rs.ReadTableFields(table, connection)) {
+    throw std::runtime_error(Say(Text::CannotOpen, fmt::arg("what", table),
+                                 fmt::arg("reason", "its columns could not be read")));
   }
 }
 

@@ -10,6 +10,13 @@ namespace {
 // Pieces this short occur in any text; hiding them would garble messages.
 constexpr size_t kShortestHidden = 3;
 
+// Keys whose values are secrets; the others (provider, host, file, user)
+// name things the messages must be able to name.
+bool IsSecretKey(const std::string& key) {
+  const std::string name = Trim(key);
+  return Same(name, "Password") || Same(name, "Pwd");
+}
+
 }  // namespace
 
 void Secrets::Add(std::string piece) {
@@ -27,10 +34,12 @@ void Secrets::AddConnection(const std::string& connection_string, const std::str
     const size_t end = std::min(connection_string.find(';', begin), connection_string.size());
     const std::string pair = connection_string.substr(begin, end - begin);
     const size_t equals = pair.find('=');
-    Add(equals == std::string::npos ? pair : pair.substr(equals + 1));
-    if (equals != std::string::npos) {
-      // A quoted value as typed and without its quotes.
-      std::string value = Trim(pair.substr(equals + 1));
+    if (equals == std::string::npos) {
+      Add(pair);  // a malformed piece: perhaps the rest of a password with a ";"
+    } else if (IsSecretKey(pair.substr(0, equals))) {
+      // The value as typed and without its quotes.
+      const std::string value = Trim(pair.substr(equals + 1));
+      Add(value);
       if (value.size() >= 2 && (value.front() == '"' || value.front() == '\'')) {
         Add(value.substr(1, value.size() - 2));
       }

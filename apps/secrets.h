@@ -10,8 +10,8 @@ namespace varnel::app {
 
 class Secrets {
  public:
-  // Remembers the values of ConnectionString's Key=Value pairs, its pieces
-  // without "=", and Password, as texts never to show.
+  // Remembers the whole of ConnectionString, its password value, its pieces
+  // without "=" (a password cut at a ";"), and Password, as texts never to show.
   void AddConnection(const std::string& connection_string, const std::string& password = "");
 
   // Text with every remembered piece replaced by "***".

@@ -52,17 +52,19 @@ std::optional<std::string> ReadPassword(const std::string& prompt) {
   if (tty < 0) {
     return ReadLine(STDIN_FILENO);
   }
-  (void)!write(tty, prompt.data(), prompt.size());
+  // Echo goes off before the prompt shows, and nothing typed is flushed: a
+  // password typed ahead is kept.
   termios saved{};
   const bool has_modes = tcgetattr(tty, &saved) == 0;
   if (has_modes) {
     termios quiet = saved;
     quiet.c_lflag &= ~static_cast<tcflag_t>(ECHO);
-    tcsetattr(tty, TCSAFLUSH, &quiet);
+    tcsetattr(tty, TCSANOW, &quiet);
   }
+  (void)!write(tty, prompt.data(), prompt.size());
   std::optional<std::string> password = ReadLine(tty);
   if (has_modes) {
-    tcsetattr(tty, TCSAFLUSH, &saved);
+    tcsetattr(tty, TCSANOW, &saved);
   }
   (void)!write(tty, "\n", 1);
   close(tty);

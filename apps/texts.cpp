@@ -22,6 +22,7 @@ constexpr const char* kHelpEnglish =
     "            select all | select invert | select none\n"
     "Showing:    show | list [<count>] | list --csv | export <file> | sql | refresh\n"
     "            details   (the statement and the database's words after a refusal)\n"
+    "Conflicts:  conflict | keep-mine | take-theirs   (after someone else changed the row)\n"
     "Language:   lang en | lang zh\n"
     "Leaving:    quit   (saves a pending edit first, as moving does)\n"
     "In the form: * marks a required field, - a field that cannot be edited.\n"
@@ -36,6 +37,7 @@ constexpr const char* kHelpChinese =
     "          select all | select invert | select none\n"
     "显示：    show | list [<行数>] | list --csv | export <文件> | sql | refresh\n"
     "          details （数据库拒绝后，查看语句和数据库的原文）\n"
+    "冲突：    conflict | keep-mine | take-theirs （他人修改了该行之后）\n"
     "语言：    lang en | lang zh\n"
     "退出：    quit （与移动一样，先保存未保存的修改）\n"
     "表单中：* 表示必填字段，- 表示不可编辑的字段。\n"
@@ -80,11 +82,12 @@ constexpr std::array<TextRow, static_cast<size_t>(Text::Count)> kTexts = {{
     {Text::SavedRow, "Saved row {row}.", "已保存第 {row} 行。"},
     {Text::SavedNewRow, "Saved new row {row}.", "已保存新行 {row}。"},
     {Text::DeletedRow, "Deleted row {row} from the database.", "已从数据库删除第 {row} 行。"},
-    {Text::RowNotSaved, "Row {row} was not saved.", "第 {row} 行未保存。"},
-    {Text::DatabaseRefused, "The database refused this: {reason}. Type details to see the statement.",
+    {Text::DatabaseRefused,
+     "The database refused this: {reason}. Type details to see the statement.",
      "数据库拒绝了此操作：{reason}。输入 details 查看语句。"},
     {Text::NoDetails, "The database has refused nothing so far.", "数据库尚未拒绝任何操作。"},
-    {Text::ConfirmDelete, "Delete row {row}? It goes from the database when the row is left. (yes/no) ",
+    {Text::ConfirmDelete,
+     "Delete row {row}? It goes from the database when the row is left. (yes/no) ",
      "删除第 {row} 行？离开该行时将从数据库中删除。(是/否) "},
     {Text::NotDeleted, "Not deleted.", "未删除。"},
     {Text::AskSavePending, "Save the pending edit before leaving? (yes/no) ",
@@ -99,6 +102,19 @@ constexpr std::array<TextRow, static_cast<size_t>(Text::Count)> kTexts = {{
     {Text::PasswordPrompt, "Password: ", "密码："},
     {Text::Language, "Language: English.", "语言：中文。"},
     {Text::AnswerYesNo, "Please answer yes or no.", "请回答是或否。"},
+    {Text::NoConflict, "There is no conflict to resolve.", "没有需要解决的冲突。"},
+    {Text::ConflictHint,
+     "Someone else changed this row: type conflict to compare, then keep-mine or take-theirs.",
+     "他人已修改此行：输入 conflict 查看对比，然后输入 keep-mine 或 take-theirs。"},
+    {Text::ConflictChanged,
+     "Someone else changed this row after it was read (! marks their changes):",
+     "此行读取后已被他人修改（! 表示他人的修改）："},
+    {Text::ConflictDeleted,
+     "Someone else deleted this row after it was read:", "此行读取后已被他人删除："},
+    {Text::ConflictColumns, "yours  |  in the database", "您的值  |  数据库中的值"},
+    {Text::ConflictChoices,
+     "keep-mine writes yours over theirs; take-theirs drops your edit and shows theirs.",
+     "keep-mine 用您的值覆盖他人的修改；take-theirs 放弃您的修改并显示他人的值。"},
     {Text::StatusDefault, "Browse", "浏览"},
     {Text::StatusQuery, "Query", "查询"},
     {Text::StatusModify, "Modified", "已修改"},

@@ -10,7 +10,7 @@ using varnel::Variant;
 int main() {
   std::remove("orders-example.db");
   auto cn = std::make_shared<varnel::db::Connection>();
-  cn->Open("Provider=SQLite;Data Source=orders-example.db");
+  cn->Open("Provider=SQLite;Create=True;Data Source=orders-example.db");
   cn->Execute(
       "CREATE TABLE Orders (Id INTEGER PRIMARY KEY, Customer VARCHAR(40), "
       "Qty INTEGER, Price CURRENCY, Sign VARCHAR(3), Ordered DATETIME)");

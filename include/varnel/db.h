@@ -93,6 +93,8 @@ class Connection {
   Connection& operator=(const Connection&) = delete;
 
   /// Opens the database ConnectionString names; UserID/Password add to it.
+  /// "Provider=SQLite;Data Source=<file>" opens an existing file; add "Create=True" to make a
+  /// new, empty database when the file is missing (without it a missing file fails, saying so).
   /// Throws VbError 3706 for an unknown provider, -2147467259 when the database refuses.
   void Open(const std::string& ConnectionString, const std::string& UserID = "",
             const std::string& Password = "", int32_t Options = -1);

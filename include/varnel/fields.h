@@ -40,6 +40,8 @@ class ClsFields {
 
   bool EnableNull = false;
   std::string Name;
+  /// The field's kind. F_Other's query text goes into the SQL as raw text (see
+  /// MdlQuery::QueryOther): meant for trusted screens only.
   Enum_FieldType FieldType = F_Other;
   Enum_DateType DateType = D_YMDHNS;
   Enum_NumType NumType = N_Integer;

@@ -30,7 +30,9 @@ namespace MdlQuery {
 /// The SQL predicate for Field's QueryValue, chosen by its FieldType; "" when
 /// the field adds no condition or the criterion was refused (after a message).
 Variant QueryCondition(ClsFields& Field);
-/// The predicate of an F_Other field: the criterion compared as text.
+/// F_Other: "[Name]='" QueryValue "'" with the query text as typed, neither trimmed nor quoted.
+/// The text is raw SQL by design, a feature for trusted screens (an administrator's filter);
+/// never give F_Other to a field whose query text comes from an untrusted user.
 std::string QueryOther(ClsFields& Field);
 /// The predicate of an F_Boolean or F_Locked field: true/false words or numbers.
 std::string QueryBoolean(ClsFields& Field);
@@ -42,7 +44,8 @@ Variant QueryNumber(ClsFields& Field);
 Variant QueryCurrency(ClsFields& Field);
 /// The predicate of an F_Text field (LIKE, NOT, NULL, NOTNULL); Empty when none.
 Variant QueryText(ClsFields& Field);
-/// Value as text for use inside '...': trimmed, every ' doubled.
+/// Text for use inside '...': trimmed, every ' doubled (the library's one quoting of text,
+/// which every session it opens reads with backslashes as ordinary characters).
 std::string QuoteText(const Variant& Value);
 }  // namespace MdlQuery
 

@@ -35,6 +35,12 @@ VARNEL_API_BEGIN
 
 namespace varnel {
 
+/// One total of a summed field for one symbol (the value of its SymbolName companion).
+struct SymbolTotal {
+  std::string Symbol;  ///< the companion's value as text; "" for rows without one
+  Variant Total;       ///< the sum of those rows, of the same kinds as SumValue
+};
+
 VARNEL_API_END  // engine types: declared here, never exported
 namespace internal {
 struct RecordsetState;
@@ -89,6 +95,14 @@ class ClsRecordset {
   bool CloseDataSource();
   bool ReadFieldsInformation(std::shared_ptr<db::Recordset>& AdoRecordset,
                              const std::string& ViewName, const std::string& OtherCondition = "");
+  /// Replaces the field collection with one field per column of table Table, as the database's
+  /// catalog describes it (kind, DateType/NumType and DefinedSize from the column's type;
+  /// EnableNull false for NOT NULL; DefaultValue from a constant DEFAULT; a key column is not
+  /// copied) and sets TableName = Table. Connection nullptr: SFConnection when open, else one
+  /// opened from ConnectString for the call. Returns true (after reporting) when the table
+  /// cannot be read or has no columns; the collection is then left as it was.
+  bool ReadTableFields(const std::string& Table,
+                       const std::shared_ptr<db::Connection>& Connection = nullptr);
 
   // ---- field collection ----
   std::shared_ptr<ClsFields> Add(const std::string& Name = "");
@@ -113,6 +127,17 @@ class ClsRecordset {
   bool SelectAllRows();
   bool InvertSelectRows();
   bool ClearSelectRows();
+
+  // ---- totals over the selection and per symbol ----
+  /// The total of summed field Field over the selected rows (the marked rows in S_Multi,
+  /// the current row in S_None), kept up to date as marks and values change. Null when
+  /// the field is not summed; Null, with error 5 reported, when there is no such field.
+  Variant SelectedSumValue(const Variant& Field);
+  /// The totals of summed field Field per symbol (the value of its SymbolName companion)
+  /// over every row, or over the selected rows with SelectedOnly; in the order of the
+  /// symbols' text, leaving out symbols whose rows add nothing. Without a companion: one
+  /// entry with Symbol "". Empty when the field is not summed or absent (error 5 reported).
+  std::vector<SymbolTotal> SumValueBySymbol(const Variant& Field, bool SelectedOnly = false);
 
   // ---- editing ----
   Enum_EditRecord UpdateRecord();

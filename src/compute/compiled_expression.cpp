@@ -93,6 +93,91 @@ bool EndsReading(const ExpressionToken& token) {
          (token.kind == ExpressionToken::Kind::Operator && (token.op == '#' || token.op == '\0'));
 }
 
+// Reading past the last token: an operator that relates to nothing.
+const ExpressionToken kPastEnd{};
+
+// Runs the two-stack parse over the tokens with only the operator stack (the
+// operands decide nothing), writing down each step an evaluation takes.
+class Planner {
+ public:
+  explicit Planner(const std::vector<ExpressionToken>& tokens) : tokens_(tokens) {}
+
+  std::vector<PlanStep> Plan() {
+    const ExpressionToken* token = nullptr;
+    if (!Read(token)) {
+      return std::move(steps_);
+    }
+    for (;;) {
+      const bool end_mark = token->kind == ExpressionToken::Kind::Operator && token->op == '#';
+      if (Top() == '#' && end_mark) {
+        Add(PlanStep::Kind::Result);
+        return std::move(steps_);
+      }
+      if (token->kind == ExpressionToken::Kind::Operand) {
+        Add(PlanStep::Kind::PushOperand).token = static_cast<uint32_t>(token - tokens_.data());
+      } else {
+        switch (Precede(Top(), token->op)) {
+          case Relation::Lower:
+            operators_.push_back(token->op);
+            break;
+          case Relation::Same:
+            Pop();  // a "(" meeting its ")"
+            break;
+          case Relation::Higher: {
+            const char theta = Pop();
+            Add(PlanStep::Kind::Reduce).op = theta;
+            continue;  // the same token is compared again
+          }
+          case Relation::None:
+            Add(PlanStep::Kind::Malformed);
+            return std::move(steps_);
+        }
+      }
+      if (!Read(token)) {
+        return std::move(steps_);
+      }
+    }
+  }
+
+ private:
+  PlanStep& Add(PlanStep::Kind kind) {
+    steps_.push_back(PlanStep{kind});
+    return steps_.back();
+  }
+
+  bool Read(const ExpressionToken*& token) {
+    token = next_ < tokens_.size() ? &tokens_[next_++] : &kPastEnd;
+    if (token->kind == ExpressionToken::Kind::ReadFailure) {
+      Add(PlanStep::Kind::ReadFailure);
+      return false;
+    }
+    return true;
+  }
+
+  char Top() {
+    if (operators_.empty()) {
+      Add(PlanStep::Kind::StackMessage).title = "GetTop";
+      return '\0';
+    }
+    return operators_.back();
+  }
+
+  char Pop() {
+    if (operators_.empty()) {
+      Add(PlanStep::Kind::StackMessage).title = "Pop";
+      return '\0';
+    }
+    const char top = operators_.back();
+    operators_.pop_back();
+    return top;
+  }
+
+  const std::vector<ExpressionToken>& tokens_;
+  std::vector<PlanStep> steps_;
+  std::vector<char> operators_{'#'};
+  size_t next_ = 0;
+};
+
 }  // namespace
 
 FieldNames::FieldNames(const FieldList& fields) {
@@ -126,11 +211,12 @@ std::optional<int32_t> FieldNames::FirstNamed(std::string_view name) const {
 std::unique_ptr<CompiledExpression> CompileExpression(const std::string& source,
                                                       const FieldList& fields) {
   auto code = std::unique_ptr<CompiledExpression>(
-      new CompiledExpression{source, Rewritten(source), FieldNames(fields), {}});
+      new CompiledExpression{source, Rewritten(source), FieldNames(fields), {}, {}});
   ExpressionReader reader(code->rewritten, code->names);
   do {
     code->tokens.push_back(reader.Next());
   } while (!EndsReading(code->tokens.back()));
+  code->plan = Planner(code->tokens).Plan();
   return code;
 }
 

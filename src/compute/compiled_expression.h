@@ -50,6 +50,26 @@ class FieldNames {
   std::unordered_map<std::string, int32_t, Hash, std::equal_to<>> first_index_;
 };
 
+// One step of an evaluation. The operator-precedence parse decides its shifts
+// and reductions from the operator characters alone, never from the values,
+// so it runs once when the expression is read; every row then replays the
+// steps on its own values, with the same results and the same messages in
+// the same order as parsing the tokens row by row.
+struct PlanStep {
+  enum class Kind : uint8_t {
+    PushOperand,   // push tokens[token] as read
+    Reduce,        // apply op to the top two operands
+    StackMessage,  // the operator stack was empty: show error 9 titled `title`
+    ReadFailure,   // show the read failure and stop: malformed
+    Malformed,     // two operators met that may not meet: stop
+    Result,        // the value on top of the operands is the result
+  };
+  Kind kind = Kind::Malformed;
+  char op = '\0';
+  uint32_t token = 0;
+  const char* title = "";
+};
+
 struct CompiledExpression {
   std::string source;     // the expression as the caller set it
   std::string rewritten;  // every blank removed, "#" appended
@@ -57,6 +77,8 @@ struct CompiledExpression {
   // Tokens in reading order, ending with the first of: the end mark "#", a
   // read past the end, or a read failure. Evaluation never reads beyond it.
   std::vector<ExpressionToken> tokens;
+  // The evaluation's steps, ending with Result, ReadFailure or Malformed.
+  std::vector<PlanStep> plan;
 };
 
 // Reads source against the names of fields.

@@ -1,4 +1,7 @@
-// The one way the recordset evaluates a computed field for a row.
+// The ways the recordset evaluates a computed field: for one row, and for
+// every row of a load.
+#include "compute/evaluate_rows.h"
+#include "fields/field_access.h"
 #include "recordset/row_store.h"
 #include "varnel/modules.h"
 
@@ -11,6 +14,11 @@ Variant EvaluateComputed(RecordsetState& rs, const ClsFields& field, int32_t row
   Variant value = MdlCompute::Exp_Reduced();  // reports its own failures, never raises
   MdlCompute::CurRecordset = nullptr;
   return value;
+}
+
+void EvaluateComputedRows(RecordsetState& rs, ClsFields& field, int32_t rows) {
+  const std::string source = field.ComputeString;
+  EvaluateRows(rs.self, source, 1, rows, FieldAccess::Values(field));
 }
 
 }  // namespace varnel::internal

@@ -1,15 +1,20 @@
 // MdlCompute: the two-stack operator-precedence evaluator of computed fields.
 //
-// Each evaluation runs over the expression's cached tokens: operands are pushed
-// as read and resolved to field values only when an operator applies to them,
-// so a number read from the text stays text (1+2 is "12"). Failures are shown
+// Each evaluation replays the expression's cached plan (compiled_expression.h)
+// on the row's values: operands are pushed as read and resolved to field
+// values only when an operator applies to them, so a number read from the
+// text stays text (1+2 is "12"). Failures are shown
 // in message boxes titled with the failing step and never raised: a failing
 // operator gives Empty for its step and the evaluation goes on.
+#include <algorithm>
 #include <memory>
+#include <optional>
 #include <vector>
 
+#include "compute/column_kernel.h"
 #include "compute/operators.h"
 #include "compute/token_cache.h"
+#include "fields/field_access.h"
 #include "recordset/recordset_state.h"
 #include "varnel/messages.h"
 #include "varnel/modules.h"
@@ -50,119 +55,100 @@ std::string StandardDescription(int32_t number) {
   }
 }
 
+// Message boxes shown by evaluations on this thread: a box lets client code
+// run, which may change the fields an evaluation of many rows relies on.
+thread_local uint64_t messages_shown = 0;
+
+void Show(const std::string& prompt, const char* title) {
+  ++messages_shown;
+  MsgBox(prompt, kOkOnly, title);
+}
+
 // An entry of the operand stack: an operand as read, or a computed value.
 struct StackOperand {
   const ExpressionToken* token = nullptr;  // set: the operand as read
   Variant value;                           // the value when token is null
 };
 
-// The two stacks of one evaluation, kept per nesting depth so that their
+// The operand stack of one evaluation, kept per nesting depth so that its
 // storage is reused from row to row.
-struct Stacks {
-  std::vector<char> operators;
-  std::vector<StackOperand> operands;
-};
-
 struct StacksPool {
-  std::vector<std::unique_ptr<Stacks>> by_depth;
+  std::vector<std::unique_ptr<std::vector<StackOperand>>> by_depth;
   size_t depth = 0;  // evaluations in progress on this thread
 };
 
 thread_local StacksPool stacks_pool;
 
-// Fresh stacks for one evaluation ("#" at the bottom of the operators),
-// released when it ends.
 class StacksInUse {
  public:
   StacksInUse() : pool_(stacks_pool) {
     if (pool_.by_depth.size() <= pool_.depth) {
-      pool_.by_depth.push_back(std::make_unique<Stacks>());
+      pool_.by_depth.push_back(std::make_unique<std::vector<StackOperand>>());
     }
-    stacks_ = pool_.by_depth[pool_.depth++].get();
-    stacks_->operators.assign(1, '#');
-    stacks_->operands.clear();
+    operands_ = pool_.by_depth[pool_.depth++].get();
+    operands_->clear();
   }
   ~StacksInUse() {
-    stacks_->operands.clear();  // releases the values
+    operands_->clear();  // releases the values
     --pool_.depth;
   }
   StacksInUse(const StacksInUse&) = delete;
   StacksInUse& operator=(const StacksInUse&) = delete;
-  Stacks& get() { return *stacks_; }
+  std::vector<StackOperand>& get() { return *operands_; }
 
  private:
   StacksPool& pool_;
-  Stacks* stacks_;
+  std::vector<StackOperand>* operands_;
 };
 
-// Reading past the last cached token: an operator that relates to nothing.
-const ExpressionToken kPastEnd{};
-
-// One evaluation of a compiled expression for one row.
+// One evaluation of a compiled expression for one row: the plan's steps
+// replayed on the row's values.
 class Reduction {
  public:
-  Reduction(const CompiledExpression& code, const FieldList& fields, int32_t row, Stacks& stacks)
-      : code_(code), fields_(fields), row_(row), stacks_(stacks) {}
+  Reduction(const CompiledExpression& code, const FieldList& fields, int32_t row,
+            std::vector<StackOperand>& operands)
+      : code_(code), fields_(fields), row_(row), operands_(operands) {}
 
   // Stores the value in result; false when the expression is malformed (a
   // read failed, or two operators met that may not meet).
   bool Run(Variant& result) {
-    const ExpressionToken* token = nullptr;
-    if (!Read(token)) {
-      return false;
-    }
-    for (;;) {
-      const bool end_mark = token->kind == ExpressionToken::Kind::Operator && token->op == '#';
-      if (TopOperator() == '#' && end_mark) {
-        result = TopOperandValue();
-        return true;
-      }
-      if (token->kind == ExpressionToken::Kind::Operand) {
-        stacks_.operands.emplace_back().token = token;
-      } else {
-        switch (Precede(TopOperator(), token->op)) {
-          case Relation::Lower:
-            stacks_.operators.push_back(token->op);
-            break;
-          case Relation::Same:
-            PopOperator();  // a "(" meeting its ")"
-            break;
-          case Relation::Higher:
-            Reduce();
-            continue;  // the same token is compared again
-          case Relation::None:
-            return false;
-        }
-      }
-      if (!Read(token)) {
-        return false;
+    operands_.clear();
+    for (const PlanStep& step : code_.plan) {
+      switch (step.kind) {
+        case PlanStep::Kind::PushOperand:
+          operands_.emplace_back().token = &code_.tokens[step.token];
+          break;
+        case PlanStep::Kind::Reduce:
+          Reduce(step.op);
+          break;
+        case PlanStep::Kind::StackMessage:
+          Show(StandardDescription(kSubscriptOutOfRange), step.title);
+          break;
+        case PlanStep::Kind::ReadFailure:
+          Show("", "Read");  // no run-time error is in flight
+          return false;
+        case PlanStep::Kind::Malformed:
+          return false;
+        case PlanStep::Kind::Result:
+          result = TopOperandValue();
+          return true;
       }
     }
+    return false;
   }
 
  private:
-  bool Read(const ExpressionToken*& token) {
-    token = next_token_ < code_.tokens.size() ? &code_.tokens[next_token_++] : &kPastEnd;
-    if (token->kind == ExpressionToken::Kind::ReadFailure) {
-      MsgBox("", kOkOnly, "Read");  // no run-time error is in flight
-      return false;
-    }
-    return true;
-  }
-
-  void Reduce() {
-    const char theta = PopOperator();
-    std::vector<StackOperand>& operands = stacks_.operands;
-    if (operands.size() >= 2) {  // both operands there: work on them in place
-      Variant value = Operate(operands[operands.size() - 2], theta, operands.back());
-      operands.pop_back();
-      operands.back().token = nullptr;
-      operands.back().value = std::move(value);
+  void Reduce(char theta) {
+    if (operands_.size() >= 2) {  // both operands there: work on them in place
+      Variant value = Operate(operands_[operands_.size() - 2], theta, operands_.back());
+      operands_.pop_back();
+      operands_.back().token = nullptr;
+      operands_.back().value = std::move(value);
       return;
     }
     const StackOperand b = PopOperand();  // the right operand comes off first
     const StackOperand a = PopOperand();
-    operands.push_back({nullptr, Operate(a, theta, b)});
+    operands_.push_back({nullptr, Operate(a, theta, b)});
   }
 
   // A failing operator shows its operands and gives what it had computed:
@@ -174,7 +160,7 @@ class Reduction {
       const std::string description = CurrentErrorDescription();
       const Variant op(std::string_view(&theta, theta == '\0' ? 0 : 1));
       const Variant shown = Concat(Concat(ShownOperand(a), op), ShownOperand(b));
-      MsgBox(description + "\r\n" + std::string(shown.StringView()), kOkOnly, "Operate");
+      Show(description + "\r\n" + std::string(shown.StringView()), "Operate");
       return Variant();
     }
   }
@@ -213,52 +199,33 @@ class Reduction {
     return operand.token != nullptr ? operand.token->text : operand.value;
   }
 
-  char TopOperator() {
-    if (stacks_.operators.empty()) {
-      MsgBox(StandardDescription(kSubscriptOutOfRange), kOkOnly, "GetTop");
-      return '\0';
-    }
-    return stacks_.operators.back();
-  }
-
-  char PopOperator() {
-    if (stacks_.operators.empty()) {
-      MsgBox(StandardDescription(kSubscriptOutOfRange), kOkOnly, "Pop");
-      return '\0';
-    }
-    const char top = stacks_.operators.back();
-    stacks_.operators.pop_back();
-    return top;
-  }
-
   StackOperand PopOperand() {
-    if (stacks_.operands.empty()) {
-      MsgBox(StandardDescription(kSubscriptOutOfRange), kOkOnly, "Pop");
+    if (operands_.empty()) {
+      Show(StandardDescription(kSubscriptOutOfRange), "Pop");
       return {};
     }
-    StackOperand top = std::move(stacks_.operands.back());
-    stacks_.operands.pop_back();
+    StackOperand top = std::move(operands_.back());
+    operands_.pop_back();
     return top;
   }
 
   Variant TopOperandValue() {
-    if (stacks_.operands.empty()) {
-      MsgBox(StandardDescription(kSubscriptOutOfRange), kOkOnly, "GetTop");
+    if (operands_.empty()) {
+      Show(StandardDescription(kSubscriptOutOfRange), "GetTop");
       return Variant();
     }
-    StackOperand& top = stacks_.operands.back();
+    StackOperand& top = operands_.back();
     return top.token != nullptr ? top.token->text : std::move(top.value);
   }
 
   const CompiledExpression& code_;
   const FieldList& fields_;
   const int32_t row_;
-  Stacks& stacks_;
-  size_t next_token_ = 0;
+  std::vector<StackOperand>& operands_;
 };
 
 Variant ReportFailure(const std::string& description) {
-  MsgBox(LoadResString(101) + description, kOkOnly, "Exp_Reduced");
+  Show(LoadResString(101) + description, "Exp_Reduced");
   return Variant();
 }
 
@@ -290,4 +257,111 @@ Variant MdlCompute::Exp_Reduced() {
   return value;
 }
 
+namespace internal {
+namespace {
+
+// Row by row what Exp_Reduced does with Expression = source, CurRow = row and
+// CurRecordset = recordset, the expression looked up once. It is looked up
+// again after a row that showed a message, whose handler may have changed
+// the fields or the module state.
+class RowsEvaluation {
+ public:
+  RowsEvaluation(ClsRecordset& recordset, const std::string& source, std::vector<Variant>& out)
+      : recordset_(recordset),
+        state_(RecordsetAccess::State(recordset)),
+        source_(source),
+        out_(out) {}
+
+  void Run(int32_t first, int32_t last) {
+    for (int32_t row = QuickRows(first, last); row <= last; row = QuickRows(row + 1, last)) {
+      General(row);
+    }
+    MdlCompute::CurRow = last >= first ? last : MdlCompute::CurRow;
+  }
+
+ private:
+  void Store(int32_t row, Variant value) {
+    if (row >= 0 && static_cast<size_t>(row) < out_.size()) {
+      out_[static_cast<size_t>(row)] = std::move(value);
+    }
+  }
+
+  // Rows from `first` on whose two fields' values combine straight (no
+  // message, no client code can run); returns the first row that needs the
+  // general evaluation.
+  int32_t QuickRows(int32_t first, int32_t last) {
+    if (!pair_ || state_.edit_status == E_Query || first < 0) {
+      return first;
+    }
+    const Variant* left = left_->data();
+    const Variant* right = right_->data();
+    Variant* out = out_.data();
+    const char op = pair_->op;
+    const size_t end = std::min({left_->size(), right_->size(), out_.size(),
+                                 static_cast<size_t>(std::max(last, first - 1)) + 1});
+    size_t row = static_cast<size_t>(first);
+    while (row < end && QuickProduct(left[row], op, right[row], out[row])) {
+      ++row;
+    }
+    return static_cast<int32_t>(row);
+  }
+
+  void General(int32_t row) {
+    const uint64_t messages_before = messages_shown;
+    MdlCompute::CurRow = row;
+    MdlCompute::CurRecordset = &recordset_;
+    Variant value;
+    bool evaluated = false;
+    std::string description;
+    try {
+      if (code_ == nullptr) {
+        Read();
+      }
+      evaluated = Reduction(*code_, state_.fields, row, stacks_.get()).Run(value);
+    } catch (...) {
+      description = CurrentErrorDescription();
+    }
+    stacks_.get().clear();
+    if (!evaluated) {
+      value = ReportFailure(description);
+    }
+    MdlCompute::CurRecordset = nullptr;
+    if (messages_shown != messages_before) {
+      code_ = nullptr;  // read again: the fields may have changed
+      pair_.reset();
+    }
+    Store(row, std::move(value));
+  }
+
+  void Read() {
+    MdlCompute::Expression = source_;
+    code_ = &cache_.Get(&recordset_, source_, state_.fields);
+    MdlCompute::Expression = code_->rewritten;
+    pair_ = FieldPairOf(*code_);
+    if (pair_) {
+      left_ = &FieldAccess::Values(*state_.fields[static_cast<size_t>(pair_->left)]);
+      right_ = &FieldAccess::Values(*state_.fields[static_cast<size_t>(pair_->right)]);
+    }
+  }
+
+  ClsRecordset& recordset_;
+  RecordsetState& state_;
+  const std::string& source_;
+  std::vector<Variant>& out_;
+  CacheUse cache_;
+  StacksInUse stacks_;
+  const CompiledExpression* code_ = nullptr;
+  std::optional<FieldPair> pair_;
+  const std::vector<Variant>* left_ = nullptr;
+  const std::vector<Variant>* right_ = nullptr;
+};
+
+}  // namespace
+
+void EvaluateRows(ClsRecordset& recordset, const std::string& source, int32_t first, int32_t last,
+                  std::vector<Variant>& out) {
+  RowsEvaluation(recordset, source, out).Run(first, last);
+}
+
+}  // namespace internal
 }  // namespace varnel

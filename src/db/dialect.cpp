@@ -6,6 +6,10 @@
 
 namespace varnel::db::internal {
 
+std::string ComparableDateColumn(std::string_view column, bool time_of_day) {
+  return std::string(time_of_day ? "time(" : "datetime(") + std::string(column) + ")";
+}
+
 Dialect DialectOf(const std::string& connection_string) {
   try {
     const ConnectionSettings settings = ConnectionSettings::Parse(connection_string);

@@ -6,16 +6,14 @@
 
 namespace varnel::db::internal {
 
-std::string BareName(std::string_view name) {
-  if (name.size() >= 2) {
-    const char first = name.front();
-    const char last = name.back();
-    if ((first == '[' && last == ']') || (first == '"' && last == '"') ||
-        (first == '`' && last == '`')) {
-      return std::string(name.substr(1, name.size() - 2));
+std::vector<std::string> DayOnlyColumns(TableCatalog& catalog, const std::string& table) {
+  std::vector<std::string> names;
+  for (const TableColumn& column : catalog.Columns(table)) {
+    if (column.kind == ColumnKind::kDate) {
+      names.push_back(column.name);
     }
   }
-  return std::string(name);
+  return names;
 }
 
 std::vector<std::string> FirstColumnTexts(Driver& driver, std::string_view sql) {

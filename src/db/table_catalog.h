@@ -13,6 +13,7 @@
 // [brackets], so the SQL made of them goes through the driver's translation.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -33,9 +34,37 @@ enum class DatePrecision {
   kTimeMinute,  // the time of day to the minute
 };
 
+// What a column's declared type holds, as the library reads it.
+enum class ColumnKind {
+  kText,      // text of any length (also types the library reads as text)
+  kInteger,   // whole numbers
+  kReal,      // numbers with a fraction (float, numeric with a scale)
+  kMoney,     // amounts
+  kDate,      // a day without a time (DATE): written as 'yyyy-mm-dd'
+  kDateTime,  // a day and a time of day (DATETIME, TIMESTAMP)
+  kTime,      // a time of day alone (TIME)
+  kBoolean,
+  kUntyped,  // no declared type (SQLite): each value is what it was stored as
+};
+
+// One column of a table as its database describes it.
+struct TableColumn {
+  std::string name;  // as the database holds it
+  ColumnKind kind = ColumnKind::kText;
+  int32_t defined_size = 0;                // n of a text type, else 0
+  bool not_null = false;                   // declared NOT NULL
+  std::optional<std::string> default_sql;  // the DEFAULT expression, as the database gives it
+  int32_t key_position = 0;                // 1, 2, ... in the primary key; 0 outside it
+  bool generated = false;                  // the database fills it when left out of an INSERT
+};
+
 class TableCatalog {
  public:
   virtual ~TableCatalog() = default;
+
+  // The columns of Table in their order; empty when there is no such table.
+  // Raises VbError when the database cannot be read.
+  virtual std::vector<TableColumn> Columns(const std::string& table) = 0;
 
   // The primary key columns of Table in key order; empty when the table has
   // none. Raises VbError when the database cannot be read.
@@ -57,8 +86,8 @@ class TableCatalog {
 
 // ---- helpers shared by the drivers' catalogs ----
 
-// A name without its [..], "..", or `..` quotes.
-std::string BareName(std::string_view name);
+// The columns of Table whose kind is kDate (a day without a time), by name.
+std::vector<std::string> DayOnlyColumns(TableCatalog& catalog, const std::string& table);
 
 // The first column of every row of Sql (the library's SQL), as text.
 std::vector<std::string> FirstColumnTexts(Driver& driver, std::string_view sql);

@@ -31,17 +31,15 @@ RowSnapshot KeepRow(const RecordsetState& rs, int32_t row) {
 // keeps what it holds, a removed field's value is dropped. The totals of the
 // summed fields follow by the difference.
 void WriteKeptRow(RecordsetState& rs, int32_t row, const RowSnapshot& kept) {
+  RowLeavesTotals(rs, row);
   for (size_t i = 0; i < rs.fields.size(); ++i) {
     const std::optional<Variant> value = kept.ValueOf(*rs.fields[i], i);
     std::vector<Variant>& values = FieldAccess::Values(*rs.fields[i]);
-    if (!value || static_cast<size_t>(row) >= values.size() || values[row] == *value) {
-      continue;
-    }
-    const Variant replaced = std::exchange(values[row], *value);
-    if (rs.fields[i]->IsSum) {
-      AdjustTotal(rs, i, replaced, *value);
+    if (value && static_cast<size_t>(row) < values.size() && !(values[row] == *value)) {
+      values[row] = *value;
     }
   }
+  RowJoinsTotals(rs, row);
   rs.edit_marks[row] = kept.editable ? 1 : 0;
 }
 
@@ -128,19 +126,20 @@ void NumberAutoCodingFrom(RecordsetState& rs, int32_t first_row) {
   }
 }
 
+// Rows inserted and erased already moved the totals (EraseRow,
+// RowJoinsTotals); only renumbered auto-coded values are counted again.
 void RefreshTotals(RecordsetState& rs, int32_t first_changed_row) {
-  RecomputeAllSums(rs);
   NumberAutoCodingFrom(rs, first_changed_row);
+  RecountRenumberedTotals(rs);
 }
 
 void TotalsAfterAppend(RecordsetState& rs, int32_t row) {
   NumberAutoCodingFrom(rs, row);
+  RowJoinsTotals(rs, row);
   for (size_t i = 0; i < rs.fields.size(); ++i) {
     const ClsFields& field = *rs.fields[i];
-    if (field.IsSum) {
-      AddAppendedValue(rs, i, FieldAccess::Values(field)[row]);
-    } else if (!field.SumValue.IsNull()) {
-      RecomputeSum(rs, i);  // summing was switched off: no stale total stays
+    if (!field.IsSum && !field.SumValue.IsNull()) {
+      RecountTotal(rs, i);  // summing was switched off: no stale total stays
     }
   }
 }

@@ -202,7 +202,11 @@ std::string WriteDate(Date value, Enum_DateType type) {
 }
 
 std::string DateLiteral(Date value, Enum_DateType type, DateDialect dialect) {
-  return "'" + (dialect == DateDialect::kIso ? IsoDate(value) : WriteDate(value, type)) + "'";
+  if (dialect == DateDialect::kIsoText && (type == D_HNS || type == D_HN)) {
+    return "'" + Format(Variant(value), "hh:nn:ss") + "'";
+  }
+  return "'" + (dialect == DateDialect::kMonthFirst ? WriteDate(value, type) : IsoDate(value)) +
+         "'";
 }
 
 int64_t DateOrder(Date value) {
@@ -238,8 +242,11 @@ DateDialect DateDialectOf(const ClsFields& field) {
   const bool open = recordset->SFConnection && recordset->SFConnection->State() == 1;
   const std::string& connection =
       open ? recordset->SFConnection->ConnectionString() : recordset->ConnectString;
-  return db::internal::DialectOf(connection).iso_dates ? DateDialect::kIso
-                                                       : DateDialect::kMonthFirst;
+  const db::internal::Dialect dialect = db::internal::DialectOf(connection);
+  if (dialect.dates_as_text) {
+    return DateDialect::kIsoText;
+  }
+  return dialect.iso_dates ? DateDialect::kIso : DateDialect::kMonthFirst;
 }
 
 }  // namespace varnel::internal

@@ -57,7 +57,9 @@ std::string WriteCurrency(Currency value);
 
 enum class DateDialect {
   kMonthFirst,  // 'mm/dd/yyyy ...' in the form of the field's DateType
-  kIso,         // 'yyyy-mm-dd hh:nn:ss': the column holds ISO text
+  kIso,         // 'yyyy-mm-dd hh:nn:ss': the database reads ISO text
+  kIsoText,     // as kIso, times of day 'hh:nn:ss': the column holds ISO text of any
+                // shape, compared through db::internal::ComparableDateColumn
 };
 
 // The month-first pattern of a DateType: "mm/dd/yyyy hh:nn:ss", "mm/dd/yyyy

@@ -15,6 +15,7 @@
 #include "fields/field_values.h"
 #include "messages/error_trap.h"
 #include "recordset/change_propagation.h"
+#include "recordset/column_total.h"
 #include "recordset/row_store.h"
 
 namespace varnel {
@@ -50,6 +51,8 @@ bool StoreRowValue(RecordsetState& rs, ClsFields& field, const Variant& value, i
     return false;
   }
   const Variant old_value = std::exchange(values[row], value);
+  // Totals follow every stored value, silent ones too, so they never need a recount.
+  internal::FollowStoredValue(rs, field, row, old_value, value);
   if (!internal::SuspendChangeEvents) {
     const internal::ReplacedValue replaced{field, old_value, value};
     internal::PropagateChange(rs, row, field.Col, ChangeKind::Value, &replaced);

@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 
+#include "db/sql_quote.h"
 #include "query/query_engine.h"
 #include "query/query_trap.h"
 #include "query/term_grammar.h"
@@ -95,15 +96,7 @@ std::string QuoteText(const Variant& Value) {
     }
     const std::string text =
         Value.IsString() ? std::string(internal::TrimBlanks(Value.StringView())) : CStr(Value);
-    std::string quoted;
-    quoted.reserve(text.size() + 2);
-    for (const char c : text) {
-      quoted.push_back(c);
-      if (c == '\'') {
-        quoted.push_back('\'');
-      }
-    }
-    return quoted;
+    return db::internal::EscapeText(text);
   });
 }
 

@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 
+#include "db/dialect.h"
 #include "fields/value_formats.h"
 #include "query/comparison_grammar.h"
 #include "query/query_engine.h"
@@ -58,7 +59,7 @@ bool IsToday(std::string_view text) {
 class DateKind final : public ComparisonKind {
  public:
   explicit DateKind(const ClsFields& field)
-      : field_(field), column_(Column(field.Name)), dialect_(DateDialectOf(field)) {}
+      : field_(field), dialect_(DateDialectOf(field)), column_(ComparedColumn(field, dialect_)) {}
   ValueKindId id() const override { return ValueKindId::kDate; }
 
   std::optional<std::string> Compare(CompareOp op, std::string_view value) override {
@@ -126,9 +127,19 @@ class DateKind final : public ComparisonKind {
     return *today_;
   }
 
+  // The column as a comparison reads it: on a database that keeps dates as
+  // text of any shape, in the one shape of its literals.
+  static std::string ComparedColumn(const ClsFields& field, DateDialect dialect) {
+    if (dialect != DateDialect::kIsoText) {
+      return Column(field.Name);
+    }
+    return db::internal::ComparableDateColumn(Column(field.Name),
+                                              field.DateType == D_HNS || field.DateType == D_HN);
+  }
+
   const ClsFields& field_;
-  std::string column_;
   DateDialect dialect_;
+  std::string column_;
   std::optional<Date> today_;
 };
 

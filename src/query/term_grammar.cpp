@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "db/sql_quote.h"
+
 namespace varnel::internal {
 namespace {
 
@@ -84,12 +86,7 @@ bool MatchesPattern(std::string_view text, std::string_view pattern) {
   return p == pattern.size();
 }
 
-std::string Column(std::string_view name) {
-  std::string column;
-  column.reserve(name.size() + 2);
-  column.append("[").append(name).append("]");
-  return column;
-}
+std::string Column(std::string_view name) { return db::internal::BracketName(name); }
 
 TermForms::TermForms(std::string_view term)
     : trimmed(TrimBlanks(term)), upper(UpperAscii(trimmed)), compact(CompactUpper(trimmed)) {}

@@ -37,7 +37,7 @@ std::string CompactUpper(std::string_view text);
 // The platform's Like for patterns made of literal characters and "*" (any
 // run of characters); other pattern characters are taken literally.
 bool MatchesPattern(std::string_view text, std::string_view pattern);
-// "[" name "]": how every translator writes its column.
+// "[" name "]" (a "]" in it doubled): how every translator writes its column.
 std::string Column(std::string_view name);
 
 // The three forms of one term that the prefix tests look at.

@@ -76,32 +76,13 @@ void RunStep(RecordsetState& rs, const PropagationStep& step, int32_t row) {
   }
 }
 
-// The total of the field at index follows the replaced value by its
-// difference. It is recounted instead when the difference is not its own (the
-// field at Col is not the one that changed: Col is not renumbered by Remove),
-// when there is none (a symbol change), when the row is not counted (row 0),
-// and when a recount came in between (from a handler, or a nested change
-// that fell back to one): that recount may already hold this change.
-void FollowTotal(RecordsetState& rs, size_t index, int32_t row, const ReplacedValue* replaced,
-                 uint64_t recounts_before) {
-  const bool own_difference = replaced != nullptr && row >= 1 &&
-                              rs.fields[index].get() == &replaced->field &&
-                              TotalRecounts(rs, replaced->field) == recounts_before;
-  if (own_difference) {
-    AdjustTotal(rs, index, replaced->old_value, replaced->new_value);
-  } else {
-    RecomputeSum(rs, index);
-  }
-}
-
 }  // namespace
 
 void PropagateChange(RecordsetState& rs, int32_t row, int32_t col, ChangeKind kind,
-                     const ReplacedValue* replaced) {
+                     const ReplacedValue* /*replaced: totals followed it when stored*/) {
   if (rs.edit_status == E_Query) {
     return;
   }
-  const uint64_t recounts_before = replaced ? TotalRecounts(rs, replaced->field) : 0;
   if (kind == ChangeKind::Value) {
     rs.Raise(Ev_ValueChange, &ClsRecordsetEvents::ValueChange, row, col);
   } else {
@@ -123,7 +104,9 @@ void PropagateChange(RecordsetState& rs, int32_t row, int32_t col, ChangeKind ki
     }
   }
   if (has_changed_field && changed_index < rs.fields.size()) {
-    FollowTotal(rs, changed_index, row, replaced, recounts_before);
+    // The stored value already moved the totals (FollowStoredValue); this
+    // only recounts totals counted for another field, kind or companion.
+    EnsureTotal(rs, changed_index);
   }
 }
 

@@ -33,8 +33,8 @@ struct ReplacedValue {
 // computed field whose ComputeString contains the changed field's name (a
 // field already being recomputed further up is not evaluated again) and
 // refreshes the row's edit mark from every F_Locked field; finally brings the
-// SumValue of the field at col up to date: by the difference of `replaced`
-// when that field holds it, by a recount otherwise.
+// SumValue of the field at col up to date (the stored value already moved the
+// totals; a recount only when they were counted for another field or kind).
 void PropagateChange(RecordsetState& rs, int32_t row, int32_t col, ChangeKind kind,
                      const ReplacedValue* replaced = nullptr);
 

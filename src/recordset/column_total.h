@@ -1,45 +1,66 @@
-// The column total (SumValue) of a summed field: what one value adds to it,
-// the recount of the column, and how the total follows a change of one value
-// or an appended row without a recount. Whatever path it takes, the total is
-// exactly what a recount of the column would give at that moment.
+// The totals of summed fields: SumValue over every row, the total over the
+// selected rows, and both per symbol (the value of the companion field named
+// by SymbolName). Every stored value, inserted or removed row and flipped
+// selection mark moves them by its own contribution (exact_sum.h), so they
+// always equal a recount and cost the same on a million rows as on ten.
 //
-//   internal::AdjustTotal(rs, index, old_value, new_value);  // a row's value changed
+//   internal::FollowStoredValue(rs, field, row, old_value, new_value);  // a value changed
+//   internal::RowLeavesTotals(rs, row);  EraseRow...                    // a row goes
+//   InsertRow... WriteRowValues...  internal::RowJoinsTotals(rs, row);  // a row comes
+//
+// Writes that bypass these calls (a load, a silent rewrite of a whole column)
+// are followed by RecountTotal. The totals also recount themselves when the
+// field's IsSum, kind of units or companion changed since they were counted.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
-#include <optional>
+#include <string>
+#include <vector>
 
 #include "recordset/recordset_state.h"
 
 namespace varnel::internal {
 
-// Numbers and numeric text count, as Currency in a currency field; blanks,
-// other text, dates and Booleans add nothing (nullopt).
-std::optional<Variant> TotalAddend(const ClsFields& field, const Variant& value);
-
-// Recounts SumValue of the field at index (0-based): Null when the field is
-// not summed, else Currency 0 (a currency field) or Long 0 plus the addend of
-// every row, in row order, with the platform's addition. VbError 9 when there
-// is no such field.
+// Recounts every total of the field at index (0-based) from its rows: SumValue
+// Null when the field is not summed. VbError 9 when there is no such field.
 void RecountTotal(RecordsetState& rs, size_t field_index);
 
-// SumValue of the field at index after the value of one of its rows went
-// from old_value to new_value. The old addend is taken off and the new one
-// put on where the result is certain to equal a recount: a Long total of
-// whole addends, or a currency field's total, while no running total of the
-// recount could leave the kind's range. Anything else is recounted.
-void AdjustTotal(RecordsetState& rs, size_t field_index, const Variant& old_value,
-                 const Variant& new_value);
+// Brings SumValue of the field at index up to date: a recount only when the
+// totals were counted for another field, kind or companion.
+void EnsureTotal(RecordsetState& rs, size_t field_index);
 
-// SumValue of the field at index after value was appended as its last row:
-// the recount's next step. A summed field whose total is not a number is
-// recounted; a field that is not summed is left alone.
-void AddAppendedValue(RecordsetState& rs, size_t field_index, const Variant& value);
+// After field's value at row went from old_value to new_value: the totals of
+// field, and of the summed fields whose companion field is, follow.
+void FollowStoredValue(RecordsetState& rs, const ClsFields& field, int32_t row,
+                       const Variant& old_value, const Variant& new_value);
 
-// How many times the total of field has been recounted. A change propagation
-// compares it before and after: a recount in between may already hold the
-// change, whose difference must then not be applied again.
-uint64_t TotalRecounts(const RecordsetState& rs, const ClsFields& field);
+// Before row is removed or rewritten: its values (and its selection mark)
+// leave every total. After a row was inserted or rewritten: they join.
+void RowLeavesTotals(RecordsetState& rs, int32_t row);
+void RowJoinsTotals(RecordsetState& rs, int32_t row);
+
+// After the selection mark of row flipped to `selected`.
+void FollowSelectMark(RecordsetState& rs, int32_t row, bool selected);
+// After every mark was set, cleared or negated at once.
+enum class WholeSelection { All, None, Inverted };
+void FollowWholeSelection(RecordsetState& rs, WholeSelection change);
+
+// Recounts the summed F_AutoCoding fields (their rows were renumbered).
+void RecountRenumberedTotals(RecordsetState& rs);
+
+// The total of the field at index over the selected rows: the marked rows in
+// S_Multi, the current row in S_None. Null when the field is not summed.
+Variant SelectedTotal(RecordsetState& rs, size_t field_index);
+
+// The totals of the field at index per symbol, in the order of the symbols'
+// text, over every row or over the selected rows; symbols whose rows add
+// nothing are left out. Without a companion field: one entry, symbol "".
+struct SymbolTotalEntry {
+  std::string symbol;
+  Variant total;
+};
+std::vector<SymbolTotalEntry> TotalsBySymbol(RecordsetState& rs, size_t field_index,
+                                             bool selected_only);
 
 }  // namespace varnel::internal

@@ -7,6 +7,7 @@
 
 #include "fields/current_date_word.h"
 #include "messages/error_trap.h"
+#include "recordset/field_default.h"
 #include "recordset/recordset_state.h"
 #include "varnel/messages.h"
 
@@ -52,10 +53,8 @@ std::optional<Date> AsDate(const Variant& cell) {
   }
 }
 
-// The default for new records, by the field's kind. A cell that does not fit
-// the kind (text for a number, a non-date for a date) leaves the default as Add
-// gave it; a date field's "Now" or "Today" is kept as the word, which asks
-// NewRecord for the current date.
+}  // namespace
+
 void SetDefaultValue(ClsFields& field, const Variant& cell) {
   switch (field.FieldType) {
     case F_Boolean:  // integers, not Booleans
@@ -82,6 +81,8 @@ void SetDefaultValue(ClsFields& field, const Variant& cell) {
       break;
   }
 }
+
+namespace {
 
 using Setter = void (*)(ClsFields&, const Variant&);
 

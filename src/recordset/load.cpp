@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "automation/calendar.h"
@@ -123,15 +124,19 @@ void SizeUnloadedFields(RecordsetState& rs, const ColumnPlan& plan, int32_t rows
 }
 
 // Non-data fields take their values from their ComputeString, row by row.
+// They read the loaded values, also when a query's reload runs while the
+// status is still E_Query (where fields would read their criteria instead).
 void ComputeNonDataFields(RecordsetState& rs, int32_t rows) {
+  struct StatusOutsideQuery {
+    RecordsetState& rs;
+    Enum_EditStatus kept = std::exchange(rs.edit_status, E_Default);
+    ~StatusOutsideQuery() { rs.edit_status = kept; }
+  } outside_query{rs};
   for (const std::shared_ptr<ClsFields>& field : rs.fields) {
     if (field->IsData || field->ComputeString.empty()) {
       continue;
     }
-    std::vector<Variant>& values = FieldAccess::Values(*field);
-    for (int32_t row = 1; row <= rows; ++row) {
-      values[static_cast<size_t>(row)] = EvaluateComputed(rs, *field, row);
-    }
+    EvaluateComputedRows(rs, *field, rows);
   }
 }
 

@@ -11,21 +11,10 @@
 
 #include "public/event_sinks.h"
 #include "public/row_observers.h"
+#include "recordset/exact_sum.h"
 #include "varnel/recordset.h"
 
 namespace varnel::internal {
-
-// What the column total of one summed field knows about its column, so that a
-// change can be applied by its difference (column_total.cpp).
-struct ColumnTotalRecord {
-  uint64_t recounts = 0;  // how often the total was recounted
-  // When every addend is a whole number of the total's units (Long, or a
-  // currency field's 1/10000), the sums of the positive and of the negative
-  // ones: every running total of a recount lies between them.
-  bool spanned = false;
-  __int128 positive = 0;
-  __int128 negative = 0;
-};
 
 // One row kept aside by the editing operations (the undo snapshot of a
 // modified row, or a deleted row): each value with the field it belongs to,

@@ -1,11 +1,12 @@
 // Whole-row operations on the store. Rows are inserted and erased column by
-// column (one vector insert or erase per field and per mark array), so a row
-// at the top of a large store costs one shift of each column, not a copy of
-// every row.
+// column (one shift per field and per mark array), so a row at the top of a
+// large store costs one memmove of each column, not a copy of every row.
 #include "recordset/row_store.h"
 
 #include <algorithm>
 #include <cassert>
+#include <cstring>
+#include <type_traits>
 #include <utility>
 
 #include "fields/field_access.h"
@@ -17,6 +18,33 @@ namespace varnel::internal {
 namespace {
 
 size_t ElementCount(int32_t rows) { return static_cast<size_t>(rows) + 1; }
+
+// A Variant is relocatable by its bytes: it holds numbers, inline text or a
+// pointer to text on the heap, never a pointer into itself, and nothing
+// refers to its address. So a column shifts by one memmove instead of a
+// move-assignment per element. Whoever gives Variant a member that points
+// into the Variant (or registers its address) must drop these two shifts.
+static_assert(sizeof(Variant) == 16 && std::is_nothrow_move_constructible_v<Variant>,
+              "the row shifts rely on a 16-byte Variant relocatable by its bytes");
+
+// Erases values[at] by shifting the elements after it down one place.
+void EraseShifting(std::vector<Variant>& values, size_t at) {
+  values[at].~Variant();
+  Variant* first = values.data() + at;
+  std::memmove(static_cast<void*>(first), static_cast<const void*>(first + 1),
+               (values.size() - at - 1) * sizeof(Variant));
+  new (values.data() + values.size() - 1) Variant();  // the last bytes now live one place up
+  values.pop_back();
+}
+
+// Inserts an Empty value at `at` by shifting the elements from there up one place.
+void InsertEmptyShifting(std::vector<Variant>& values, size_t at) {
+  values.emplace_back();  // Empty: its bytes own nothing and may be overwritten
+  Variant* first = values.data() + at;
+  std::memmove(static_cast<void*>(first + 1), static_cast<const void*>(first),
+               (values.size() - at - 1) * sizeof(Variant));
+  new (first) Variant();  // the old bytes now live one place up
+}
 
 // Every value array has Rows + 1 elements; one that fell short (a field
 // added while no row was loaded) is brought to length, new elements Empty.
@@ -78,8 +106,7 @@ void InsertRow(RecordsetState& rs, int32_t at) {
   rs.select_marks.insert(rs.select_marks.begin() + at, 0);
   rs.edit_marks.insert(rs.edit_marks.begin() + at, 0);
   for (const auto& field : rs.fields) {
-    std::vector<Variant>& values = RowValuesOf(*field, rows);
-    values.insert(values.begin() + at, Variant());
+    InsertEmptyShifting(RowValuesOf(*field, rows), static_cast<size_t>(at));
   }
 }
 
@@ -87,12 +114,13 @@ void EraseRow(RecordsetState& rs, int32_t at) {
   if (at < 1 || at > rs.Rows()) {
     RaiseError(9);
   }
+  RowLeavesTotals(rs, at);
   rs.select_marks.erase(rs.select_marks.begin() + at);
   rs.edit_marks.erase(rs.edit_marks.begin() + at);
   for (const auto& field : rs.fields) {
     std::vector<Variant>& values = FieldAccess::Values(*field);
     if (static_cast<size_t>(at) < values.size()) {
-      values.erase(values.begin() + at);
+      EraseShifting(values, static_cast<size_t>(at));
     }
   }
 }
@@ -123,7 +151,7 @@ void RecomputeSum(RecordsetState& rs, size_t field_index) { RecountTotal(rs, fie
 
 void RecomputeAllSums(RecordsetState& rs) {
   for (size_t i = 0; i < rs.fields.size(); ++i) {
-    RecomputeSum(rs, i);
+    RecountTotal(rs, i);
   }
 }
 

@@ -29,12 +29,14 @@ void SwapRows(RecordsetState& rs, RowStorage& storage);
 
 // Inserts an empty row at position `at` (1..Rows+1): values Empty, marks false.
 void InsertRow(RecordsetState& rs, int32_t at);
-// Removes row `at` (1..Rows): later rows move up by one.
+// Removes row `at` (1..Rows): later rows move up by one. Its values leave the
+// column totals.
 void EraseRow(RecordsetState& rs, int32_t at);
 
 // The values of every field at row, in field order.
 std::vector<Variant> RowValues(const RecordsetState& rs, int32_t row);
-// Writes values (in field order) into row, silently (no propagation).
+// Writes values (in field order) into row, silently (no propagation, the
+// column totals not followed: RowLeavesTotals / RowJoinsTotals around it).
 void WriteRowValues(RecordsetState& rs, int32_t row, const std::vector<Variant>& values);
 
 // Recomputes SumValue of the field at index (0-based) from every row: the
@@ -48,6 +50,9 @@ void NumberAutoCodingRows(RecordsetState& rs);
 // The value of field's ComputeString for row (the evaluator, with the
 // recordset as context).
 Variant EvaluateComputed(RecordsetState& rs, const ClsFields& field, int32_t row);
+// Stores the value of field's ComputeString in rows 1..rows of field, row by
+// row as EvaluateComputed would, the expression read once.
+void EvaluateComputedRows(RecordsetState& rs, ClsFields& field, int32_t rows);
 
 // The main field's name: the first field with IsMain and F_Boolean; "" when none.
 std::string MainFieldName(const RecordsetState& rs);

@@ -9,6 +9,7 @@
 #include <algorithm>
 
 #include "messages/error_trap.h"
+#include "recordset/column_total.h"
 #include "recordset/recordset_state.h"
 #include "recordset/row_store.h"
 #include "recordset/save_step.h"
@@ -25,9 +26,19 @@ uint8_t& MarkAt(std::vector<uint8_t>& marks, int32_t row) {
   return marks[static_cast<size_t>(row)];
 }
 
+// One pass over the marks; the selection totals follow in one step.
 void SetAllMarks(RecordsetState& rs, bool value) {
-  for (size_t row = 1; row < rs.select_marks.size(); ++row) {
-    rs.select_marks[row] = value;
+  if (rs.select_marks.size() > 1) {
+    std::fill(rs.select_marks.begin() + 1, rs.select_marks.end(), value ? 1 : 0);
+  }
+  FollowWholeSelection(rs, value ? WholeSelection::All : WholeSelection::None);
+}
+
+// Sets one mark; the selection totals follow when it flips.
+void SetMark(RecordsetState& rs, uint8_t& mark, int32_t row, bool value) {
+  if ((mark != 0) != value) {
+    mark = value ? 1 : 0;
+    FollowSelectMark(rs, row, value);
   }
 }
 
@@ -41,7 +52,7 @@ void SelectOnly(RecordsetState& rs, bool value, int32_t row) {
   row = ResolveRow(rs, row);
   uint8_t& mark = MarkAt(rs.select_marks, row);
   SetAllMarks(rs, false);
-  mark = value;
+  SetMark(rs, mark, row, value);
   const Enum_SelectState before = rs.select_state;
   rs.select_state = S_None;
   if (before == S_Multi) {
@@ -59,17 +70,20 @@ void SelectRange(RecordsetState& rs, int32_t row) {
   const int32_t last = std::max(rs.select_anchor, row);
   MarkAt(rs.select_marks, first);
   MarkAt(rs.select_marks, last);
-  SetAllMarks(rs, false);
-  for (int32_t r = first; r <= last; ++r) {
-    rs.select_marks[static_cast<size_t>(r)] = 1;
+  // Only the marks that flip move the selection totals: extending a range by
+  // one row costs one row's contribution.
+  for (size_t r = 1; r < rs.select_marks.size(); ++r) {
+    const bool in_range = static_cast<int32_t>(r) >= first && static_cast<int32_t>(r) <= last;
+    SetMark(rs, rs.select_marks[r], static_cast<int32_t>(r), in_range);
   }
   ChangedSelection(rs, S_Multi);
 }
 
 void SelectOneMore(RecordsetState& rs, bool value, int32_t row) {
-  uint8_t& mark = MarkAt(rs.select_marks, ResolveRow(rs, row));
+  const int32_t resolved = ResolveRow(rs, row);
+  uint8_t& mark = MarkAt(rs.select_marks, resolved);
   rs.select_anchor = 0;
-  mark = value;
+  SetMark(rs, mark, resolved, value);
   ChangedSelection(rs, S_Multi);
 }
 
@@ -164,6 +178,7 @@ bool ClsRecordset::InvertSelectRows() {
       for (size_t row = 1; row < d_->select_marks.size(); ++row) {
         d_->select_marks[row] = !d_->select_marks[row];
       }
+      internal::FollowWholeSelection(*d_, internal::WholeSelection::Inverted);
       internal::ChangedSelection(*d_, S_Multi);
     }
     return false;

@@ -1,9 +1,23 @@
 #include "writer/row_statements.h"
 
+#include <strings.h>
+
+#include <algorithm>
+
+#include "db/sql_quote.h"
+
 namespace varnel::internal {
 namespace {
 
 bool SameColumn(const ColumnRef& a, const ColumnRef& b) { return a.field == b.field; }
+
+// The value as Column stores it: a date in a day-only column as the day alone.
+Variant StoredForm(const ColumnRef& column, const Variant& value) {
+  if (column.day_only && value.VarType() == vbDate) {
+    return Variant(Format(value, "yyyy-mm-dd"));
+  }
+  return value;
+}
 
 // The columns that find a row: the keys, then every written column that is not
 // a key, so that a row changed by someone else since it was read matches nothing.
@@ -44,7 +58,21 @@ std::string WhereClause(const WriteLayout& layout, const db::internal::TableCata
 
 }  // namespace
 
-std::string QuoteColumn(const std::string& name) { return "[" + name + "]"; }
+std::string QuoteColumn(const std::string& name) { return db::internal::BracketName(name); }
+
+void MarkDayOnlyColumns(WriteLayout& layout, db::internal::TableCatalog& catalog) {
+  const bool writes_dates = std::any_of(layout.written.begin(), layout.written.end(),
+                                        [](const ColumnRef& c) { return c.date_precision; });
+  if (!writes_dates) {
+    return;  // no catalog read for tables written without dates
+  }
+  const std::vector<std::string> days = db::internal::DayOnlyColumns(catalog, layout.table);
+  for (ColumnRef& column : layout.written) {
+    column.day_only = std::any_of(days.begin(), days.end(), [&](const std::string& day) {
+      return strcasecmp(day.c_str(), column.name.c_str()) == 0;
+    });
+  }
+}
 
 Statement InsertStatement(const WriteLayout& layout, const std::vector<Variant>& after) {
   Statement statement;
@@ -57,7 +85,7 @@ Statement InsertStatement(const WriteLayout& layout, const std::vector<Variant>&
     }
     columns += (columns.empty() ? "" : ", ") + QuoteColumn(column.name);
     marks += marks.empty() ? "?" : ", ?";
-    statement.params.push_back(value);
+    statement.params.push_back(StoredForm(column, value));
   }
   statement.sql =
       "INSERT INTO " + layout.table +
@@ -78,7 +106,8 @@ std::optional<Statement> UpdateStatement(const WriteLayout& layout,
       continue;
     }
     assignments += (assignments.empty() ? "" : ", ") + QuoteColumn(column.name) + " = ?";
-    statement.params.push_back(new_value.IsBlank() ? Variant::Null() : new_value);
+    statement.params.push_back(new_value.IsBlank() ? Variant::Null()
+                                                   : StoredForm(column, new_value));
   }
   if (assignments.empty()) {
     return std::nullopt;

@@ -23,6 +23,8 @@ struct ColumnRef {
   // A date field compares at the precision its DateType loads (a D_YMD field
   // holds the day alone, whatever time the column holds).
   std::optional<db::internal::DatePrecision> date_precision;
+  // The column holds a day without a time (DATE): a date is written 'yyyy-mm-dd'.
+  bool day_only = false;
 };
 
 // Where a recordset's rows go: the table, the columns written (fields with
@@ -37,8 +39,12 @@ struct WriteLayout {
   bool by_key_alone = false;
 };
 
-// "[" name "]": how the library writes a column name in SQL.
+// "[" name "]" (a "]" in it doubled): how the library writes a column name.
 std::string QuoteColumn(const std::string& name);
+
+// Marks the written columns that the database declares as days without a time,
+// so that new values keep the shape of the ones stored.
+void MarkDayOnlyColumns(WriteLayout& layout, db::internal::TableCatalog& catalog);
 
 // INSERT of the non-blank written values of `after`; blank ones are left to
 // the database (its defaults, its generated keys). No values: DEFAULT VALUES.

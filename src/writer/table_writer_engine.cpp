@@ -153,6 +153,7 @@ TableWriterEngine::Target TableWriterEngine::TargetOf(
   Target target{ConnectionOf(connection), nullptr, {}};
   target.catalog = &CatalogOf(target.connection);
   target.layout = LayoutOf(name, KeyColumns(name, target.connection));
+  MarkDayOnlyColumns(target.layout, *target.catalog);
   return target;
 }
 

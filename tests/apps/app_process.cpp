@@ -1,6 +1,8 @@
 #include "app_process.h"
 
+#include <fcntl.h>
 #include <poll.h>
+#include <sys/ioctl.h>
 #include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -24,16 +26,57 @@ std::vector<char*> Pointers(std::vector<std::string>& texts) {
 
 }  // namespace
 
+void AppProcess::StartChild(std::vector<std::string>& argv,
+                            const std::map<std::string, std::string>& env) {
+  for (const char* name : {"LANGUAGE", "LC_ALL", "LC_MESSAGES"}) {
+    unsetenv(name);
+  }
+  setenv("LANG", "C.UTF-8", 1);
+  setenv("TERM", "xterm", 1);
+  for (const auto& [name, value] : env) {
+    if (value.empty()) {
+      unsetenv(name.c_str());
+    } else {
+      setenv(name.c_str(), value.c_str(), 1);
+    }
+  }
+  execv(argv[0].c_str(), Pointers(argv).data());
+  _exit(127);
+}
+
 AppProcess::AppProcess(const std::vector<std::string>& args,
-                       const std::map<std::string, std::string>& env) {
+                       const std::map<std::string, std::string>& env, bool on_terminal)
+    : on_terminal_(on_terminal) {
   std::vector<std::string> argv = {VARNEL_APP_PATH};
   argv.insert(argv.end(), args.begin(), args.end());
+  signal(SIGPIPE, SIG_IGN);
+  if (on_terminal_) {
+    const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
+    if (terminal < 0 || grantpt(terminal) != 0 || unlockpt(terminal) != 0) {
+      throw std::runtime_error("no pseudo-terminal");
+    }
+    const std::string name = ptsname(terminal);
+    pid_ = fork();
+    if (pid_ == 0) {
+      setsid();  // the terminal opened next becomes the controlling one
+      const int child = open(name.c_str(), O_RDWR);
+      winsize size{40, 100, 0, 0};
+      ioctl(child, TIOCSWINSZ, &size);
+      for (const int fd : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        dup2(child, fd);
+      }
+      close(terminal);
+      StartChild(argv, env);
+    }
+    input_ = dup(terminal);
+    output_ = terminal;
+    return;
+  }
   int to_child[2];
   int from_child[2];
   if (pipe(to_child) != 0 || pipe(from_child) != 0) {
     throw std::runtime_error("pipe failed");
   }
-  signal(SIGPIPE, SIG_IGN);
   pid_ = fork();
   if (pid_ == 0) {
     dup2(to_child[0], STDIN_FILENO);
@@ -41,19 +84,7 @@ AppProcess::AppProcess(const std::vector<std::string>& args,
     dup2(from_child[1], STDERR_FILENO);
     close(to_child[1]);
     close(from_child[0]);
-    for (const char* name : {"LANGUAGE", "LC_ALL", "LC_MESSAGES"}) {
-      unsetenv(name);
-    }
-    setenv("LANG", "C.UTF-8", 1);
-    for (const auto& [name, value] : env) {
-      if (value.empty()) {
-        unsetenv(name.c_str());
-      } else {
-        setenv(name.c_str(), value.c_str(), 1);
-      }
-    }
-    execv(argv[0].c_str(), Pointers(argv).data());
-    _exit(127);
+    StartChild(argv, env);
   }
   close(to_child[0]);
   close(from_child[1]);
@@ -105,10 +136,22 @@ std::string AppProcess::ReadUntil(const std::string& marker) {
   return seen_;
 }
 
+void AppProcess::Type(const std::string& text, const std::string& marker) {
+  const size_t from = seen_.size();
+  Send(text);
+  while (seen_.find(marker, from) == std::string::npos && ReadSome()) {
+  }
+}
+
 AppRun AppProcess::Finish() {
-  close(input_);
-  input_ = -1;
+  if (!on_terminal_) {
+    close(input_);
+    input_ = -1;
+  }
   while (ReadSome()) {
+  }
+  if (on_terminal_) {
+    kill(pid_, SIGHUP);  // a program still waiting for input after the time limit
   }
   AppRun run;
   run.output = seen_;

@@ -19,9 +19,11 @@ class AppProcess {
  public:
   // Starts the program with Args. Env entries replace the environment's; an
   // empty value removes the variable. LANGUAGE, LC_ALL and LC_MESSAGES are
-  // removed and LANG is C.UTF-8 unless Env says otherwise.
+  // removed and LANG is C.UTF-8 unless Env says otherwise. On_terminal: the
+  // program's input and output are a pseudo-terminal (100 columns), where
+  // Send("\x03") is Ctrl-C and Send("\x04") Ctrl-D.
   explicit AppProcess(const std::vector<std::string>& args,
-                      const std::map<std::string, std::string>& env = {});
+                      const std::map<std::string, std::string>& env = {}, bool on_terminal = false);
   ~AppProcess();
   AppProcess(const AppProcess&) = delete;
   AppProcess& operator=(const AppProcess&) = delete;
@@ -30,12 +32,19 @@ class AppProcess {
   void Send(const std::string& text);
   // Reads until the output holds Marker or the program ends; returns all output so far.
   std::string ReadUntil(const std::string& marker);
-  // Closes the input, reads everything and waits for the exit.
+  // Sends Text, then reads until Marker appears in what follows (a terminal
+  // drops what is typed before the program reads).
+  void Type(const std::string& text, const std::string& marker = "varnel> ");
+  // Closes the input (a pipe; a terminal stays open until the program
+  // leaves), reads everything and waits for the exit.
   AppRun Finish();
 
  private:
   bool ReadSome();  // false at the end of the output or after the time limit
 
+  void StartChild(std::vector<std::string>& argv, const std::map<std::string, std::string>& env);
+
+  bool on_terminal_ = false;
   pid_t pid_ = -1;
   int input_ = -1;
   int output_ = -1;

@@ -9,30 +9,31 @@ namespace varnel::testing {
 namespace {
 
 constexpr auto npos = std::string::npos;
-constexpr const char* kConflict =
-    "[Error] Error:3640 The row was changed by someone else after it was read; nothing was "
-    "saved. Your changes are kept: write them over the other change, or take the other change.";
+constexpr const char* kConflict = "Someone else changed this row: type conflict to compare";
 
-TEST_F(AppSession, ChangesBySecondConnectionAreReportedOnSave) {
+// Each conflict is met on save with the edit kept, then resolved: the
+// deletion of a row someone changed is dropped (take-theirs), the edit of a
+// row someone changed is written over theirs (keep-mine).
+TEST_F(AppSession, ChangesBySecondConnectionAreResolvedEitherWay) {
   const int32_t edited = FirstOrderWhere("Locked = 0 AND Qty <> 8");
   const int32_t deleted = FirstOrderWhere("Locked = 0 AND OrderId <> " + std::to_string(edited));
   const std::string where = " WHERE OrderId = " + std::to_string(edited);
-  const Variant qty = Scalar("SELECT Qty FROM Orders" + where);
   AppProcess app(Args());
   app.ReadUntil("Type help for the commands.");
   Database()->Execute("UPDATE Orders SET Note = 'changed elsewhere'" + where);
   Database()->Execute("UPDATE Orders SET Qty = Qty + 1 WHERE OrderId = " + std::to_string(deleted));
-  app.Send(Goto(deleted) + "\ndelete\nsave\nundo\n" + Goto(edited) +
-           "\nset Quantity 8\nsave\nundo\nrefresh\n" + Goto(edited) + "\nquit\n");
+  app.Send(Goto(deleted) + "\ndelete\nsave\nconflict\ntake-theirs\n" + Goto(edited) +
+           "\nset Quantity 8\nnext\nconflict\nkeep-mine\nkeep-mine\nquit\n");
   const AppRun run = app.Finish();
   EXPECT_EQ(CountLines(run.output, kConflict), 2) << run.output;
-  EXPECT_NE(run.output.find("Not saved: correct the row and save again."), npos);
-  EXPECT_EQ(FieldValue(run.output, "Note"), "changed elsewhere");  // after refresh
-  EXPECT_EQ(Query("SELECT Qty, Note FROM Orders" + where),
-            (Rows{{qty, Variant("changed elsewhere")}}));
+  EXPECT_NE(run.output.find("Someone else changed this row after it was read"), npos);
+  EXPECT_NE(run.output.find("  ! Note"), npos);
+  EXPECT_NE(run.output.find("Saved row " + Goto(edited).substr(5) + "."), npos);
+  EXPECT_NE(run.output.find("There is no conflict to resolve."), npos);
+  EXPECT_EQ(Scalar("SELECT Qty FROM Orders" + where), Variant(int32_t{8}));
   EXPECT_EQ(Scalar("SELECT COUNT(*) FROM Orders WHERE OrderId = " + std::to_string(deleted)),
             Variant(int32_t{1}));
-  EXPECT_NE(StatusLines(run.output).back().find("of 300 | Browse"), npos);
+  EXPECT_EQ(run.exit_code, 1);  // the two refused saves and the extra keep-mine
 }
 
 TEST_F(AppSession, ChineseEnvironmentGetsChineseScreenAndMessages) {

@@ -1,5 +1,6 @@
 // Query by form in the real program: criteria typed into the fields of the
 // sample screen find the rows that the same condition finds in SQL.
+#include <map>
 #include <regex>
 #include <string>
 
@@ -38,6 +39,10 @@ TEST_F(AppSession, CriteriaOfEveryKindFindTheRowsSqlFinds) {
       {"Order date", "2024-03-15", "date(OrderDate) = '2024-03-15'"},
       {"Paid", "1", "Paid <> 0"},
       {"Paid", "0", "Paid = 0"},
+      {"Paid", "yes", "Paid <> 0"},
+      {"Paid", "否", "Paid = 0"},
+      {"Amount", ">=1000 AND <2000", "Qty * Price >= 1000 AND Qty * Price < 2000"},
+      {"Amount", "<50 OR >5000", "Qty * Price < 50 OR Qty * Price > 5000"},
   };
   std::string script;
   std::vector<int32_t> expected;
@@ -59,14 +64,43 @@ TEST_F(AppSession, RefineStartsFromTheLastCriteriaAndAnEmptyConditionIsReported)
   const std::string where = "SELECT COUNT(*) FROM Orders WHERE Customer LIKE '%Harbor%'";
   // The unreadable criterion is refused when typed: run then finds every row.
   EXPECT_EQ(FoundCounts(run.output),
-            (std::vector<int32_t>{Scalar(where + " AND Qty >= 10").ToLong(),
-                                  Scalar(where).ToLong(), 300}))
+            (std::vector<int32_t>{Scalar(where + " AND Qty >= 10").ToLong(), Scalar(where).ToLong(),
+                                  300}))
       << run.output;
   EXPECT_NE(run.output.find("Select * From Orders Where "), std::string::npos);
   EXPECT_NE(run.output.find("Query mode: type criteria"), std::string::npos);
   EXPECT_NE(run.output.find("[Error] Error:94 'Quantity' can not be null."), std::string::npos);
   // Cancel keeps the rows of the last run; clear and refresh bring all back.
   EXPECT_NE(StatusLines(run.output).back().find("of 300 | Browse"), std::string::npos);
+}
+
+// Every criterion that help shows runs through the real translator on a
+// field of its kind, and finds rows without an error.
+TEST_F(AppSession, EveryCriterionInHelpRuns) {
+  const std::map<std::string, std::string> field_of_kind = {{"number", "Quantity"},
+                                                            {"amount", "Amount"},
+                                                            {"date", "Order date"},
+                                                            {"text", "Customer"},
+                                                            {"yes/no", "Paid"}};
+  const std::string help = Run("help\n").output;
+  std::string script;
+  size_t examples = 0;
+  const std::regex kind_line("  ([a-z/]+):  (.*)");
+  for (auto it = std::sregex_iterator(help.begin(), help.end(), kind_line);
+       it != std::sregex_iterator(); ++it) {
+    const std::string field = field_of_kind.at((*it)[1]);
+    const std::string list = (*it)[2];
+    for (size_t at = 0; at <= list.size(); ++examples) {
+      const size_t bar = std::min(list.find(" | ", at), list.size());
+      script += "query\nset " + field + " " + list.substr(at, bar - at) + "\nrun\n";
+      at = bar + 3;
+    }
+  }
+  EXPECT_GT(examples, 20u) << help;
+  const AppRun run = Run(script);
+  EXPECT_EQ(FoundCounts(run.output).size(), examples) << run.output;
+  EXPECT_EQ(CountLines(run.output, "[Error]"), 0) << run.output;
+  EXPECT_EQ(run.exit_code, 0);
 }
 
 }  // namespace

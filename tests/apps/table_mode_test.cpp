@@ -87,6 +87,35 @@ TEST_P(AppOnTable, BadCommandLinesAndDatabasesEndWithAFailure) {
   EXPECT_NE(bad_provider.output.find("Provider cannot be found"), npos) << bad_provider.output;
 }
 
+// Nothing of a connection string shows in an error, however it is malformed.
+TEST_P(AppOnTable, ConnectionStringIsNeverEchoed) {
+  const AppRun run = RunApp({"--data-dir", dir_.path().string(), "--connect",
+                             db_.ConnectionString("people.db") + ";Password=Sup3r;Secret Pw",
+                             "--table", "People"},
+                            "");
+  EXPECT_EQ(run.exit_code, 1) << run.output;
+  EXPECT_EQ(run.output.find("Sup3r"), npos) << run.output;
+  EXPECT_EQ(run.output.find("Secret Pw"), npos) << run.output;
+}
+
+// A query the database refuses stays in query mode with its criteria; details
+// tells the statement and the database's words.
+TEST_P(AppOnTable, RefusedQueryKeepsTheCriteriaAndTheRows) {
+  AppProcess app({"--data-dir", dir_.path().string(), "--lang", "en", "--connect",
+                  db_.ConnectionString("people.db"), "--table", "People"});
+  app.ReadUntil("Type help for the commands.");
+  database_->Execute("ALTER TABLE People RENAME TO Persons");
+  app.Send("query\nset Name Ada\nrun\ndetails\ncancel\nquit\n");
+  const AppRun run = app.Finish();
+  EXPECT_NE(run.output.find("[Error] The database refused this: "), npos) << run.output;
+  EXPECT_NE(run.output.find("The query did not run; the criteria are kept"), npos);
+  EXPECT_NE(run.output.find("From People Where"), npos);  // details
+  const std::vector<std::string> status = Statuses(run.output);
+  ASSERT_GE(status.size(), 3u);
+  EXPECT_EQ(status[status.size() - 2], "Query") << run.output;
+  EXPECT_EQ(run.exit_code, 1);
+}
+
 // The program's own sample database (SQLite) as a --connect database.
 TEST_F(AppSession, ScreenFromAFieldInformationTable) {
   const AppRun run = Run("quit\n", {"--connect", "Provider=SQLite;Data Source=" + SamplePath(),

@@ -1,5 +1,8 @@
 #include <vector>
 
+#include "compute/column_kernel.h"
+#include "compute/evaluate_rows.h"
+#include "compute/operators.h"
 #include "compute_fixture.h"
 
 namespace varnel::testing {
@@ -32,7 +35,22 @@ class Evaluator : public ComputeTest {
       EXPECT_EQ(Evaluate(c.expression), c.expected) << c.expression;
       EXPECT_EQ(Titles(), c.titles) << c.expression;
       EXPECT_EQ(capture.LastText(), c.text) << c.expression;
+      CheckRowsLikeOneByOne(c.expression);
     }
+  }
+
+  // Evaluating rows 1 and 2 at once gives each row's value and messages, in
+  // order, as evaluating them one by one does.
+  void CheckRowsLikeOneByOne(const std::string& expression) {
+    capture.ui().shown.clear();
+    const std::vector<Variant> one_by_one = {Evaluate(expression, 1), Evaluate(expression, 2)};
+    const std::string titles = Titles();
+    capture.ui().shown.clear();
+    std::vector<Variant> at_once(3);  // row r is stored in at_once[r]
+    internal::EvaluateRows(rs, expression, 1, 2, at_once);
+    EXPECT_EQ(std::vector<Variant>(at_once.begin() + 1, at_once.end()), one_by_one) << expression;
+    EXPECT_EQ(Titles(), titles) << expression;
+    EXPECT_EQ(MdlCompute::CurRecordset, nullptr);
   }
 };
 
@@ -93,6 +111,37 @@ TEST_F(Evaluator, NeedsARecordsetAndReadsTheRowItIsGiven) {
   rs.Item("Price")->SetValue(Currency{10000}, 2);
   EXPECT_EQ(Evaluate("Qty*Price", 2), Variant(Currency{40000}));
   EXPECT_EQ(Evaluate("Qty*Price", 7), Variant::Null()) << "a row outside the store is Empty";
+}
+
+// The fast path of a "field op field" column gives what the operators give,
+// and leaves to them every case it does not know (they then raise or convert).
+TEST(ColumnKernel, QuickProductEqualsTheOperatorOrStandsAside) {
+  const Variant values[] = {Variant(int32_t{3}),
+                            Variant(int16_t{-7}),
+                            Variant(Currency{12500}),
+                            Variant(Currency{INT64_MAX / 2}),
+                            Variant(int32_t{INT32_MIN}),
+                            Variant(2.5),
+                            Variant::Null(),
+                            Variant("4"),
+                            Variant(true),
+                            Variant(Currency{-1})};
+  int quick = 0;
+  for (const Variant& a : values) {
+    for (const Variant& b : values) {
+      for (const char op : {'*', '+', '&'}) {
+        Variant result("kept");
+        if (!internal::QuickProduct(a, op, b, result)) {
+          EXPECT_EQ(result, Variant("kept"));
+          continue;
+        }
+        ++quick;
+        EXPECT_EQ(result, internal::ApplyOperator(a, op, b)) << CStr(a) << op << CStr(b);
+      }
+    }
+  }
+  EXPECT_EQ(quick,
+            12);  // three whole numbers times two Currency values that do not overflow, both orders
 }
 
 }  // namespace

@@ -50,13 +50,18 @@ TEST(ConnectionOpen, ConnectionsThatCannotBeMadeSayWhy) {
   TempDir dir;
   std::ofstream(dir.path() / "notes.db") << std::string(4096, 'x');
   const std::string missing = (dir.path() / "no-such-dir" / "a.db").string();
+  const std::string absent = (dir.path() / "mistyped.db").string();
   const std::string not_found = "Provider cannot be found. It may not be properly installed.";
   const OpenFailure cases[] = {
       {"Provider=Nope;Data Source=x.db", 3706, {not_found}},
       {"Data Source=x.db", 3706, {not_found}},
-      {"Provider=SQLite;Data Source=" + missing,
+      {"Provider=SQLite;Create=True;Data Source=" + missing,
        kProviderError,
        {"unable to open database file", missing}},
+      {"Provider=SQLite;Data Source=" + absent,
+       kProviderError,
+       {absent, "does not exist", "Create=True"}},
+      {"Provider=SQLite;Create=maybe;Data Source=" + absent, kProviderError, {"Create='maybe'"}},
       {dir.SqliteConnection("notes.db"), kProviderError, {"not a database"}},
       {"Provider=SQLite", kProviderError, {"no Data Source"}},
       {"Provider=SQLite;oops", kProviderError, {"'oops'"}},
@@ -71,6 +76,7 @@ TEST(ConnectionOpen, ConnectionsThatCannotBeMadeSayWhy) {
     }
     EXPECT_EQ(cn.State(), 0);
   }
+  EXPECT_FALSE(std::filesystem::exists(absent));  // a mistyped path never becomes a database
 }
 
 class ConnectionExecute : public DbTest {};

@@ -1,8 +1,11 @@
 // PostgreSQL connections: what the connection string and Open's arguments
 // mean, and the messages of a connection that cannot be made.
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include "db/db_fixture.h"
+#include "support/capture_ui.h"
+#include "varnel/varnel.h"
 
 namespace varnel::testing {
 namespace {
@@ -65,6 +68,37 @@ TEST(PostgresConnection, OpenArgumentsTakeThePlaceOfTheStringsUserAndSchemaPicks
   EXPECT_EQ(rs.Fields()[0].Value(), Variant(login));
   EXPECT_EQ(rs.Fields()[1].Value(), Variant(schema));
   EXPECT_EQ(cn->Execute("INSERT INTO [only_here] VALUES (1)"), 1);
+}
+
+// A database whose default reads backslashes in '...' as escapes (the old
+// PostgreSQL way): typed text must still never leave its quotes.
+TEST(PostgresConnection, TypedTextNeverLeavesItsQuotesWhenTheDatabaseReadsBackslashEscapes) {
+  const std::string name = "escapes_" + std::to_string(::getpid());
+  db::Connection admin;
+  admin.Open(TestPostgresServer());
+  admin.Execute("DROP DATABASE IF EXISTS " + name + "; CREATE DATABASE " + name);
+  admin.Execute("ALTER DATABASE " + name + " SET standard_conforming_strings = off");
+  {
+    auto cn = std::make_shared<db::Connection>();
+    cn->Open(WithKey("Database", name));
+    cn->Execute(
+        "CREATE TABLE items (name TEXT); CREATE TABLE secrets (secret TEXT);"
+        " INSERT INTO items VALUES ('a'); INSERT INTO secrets VALUES ('hunter2')");
+    for (const char* client_sql : {"SELECT 1", "SET standard_conforming_strings = off"}) {
+      cn->Execute(client_sql);  // a client's own SET does not outlast the next call
+      ClsRecordset rs;
+      rs.SFConnection = cn;
+      rs.TableName = "items";
+      auto field = rs.Add("name");
+      field->IsData = true;
+      field->FieldType = F_Text;
+      field->QueryValue = "\\') UNION SELECT secret FROM secrets --";
+      CaptureScope capture;
+      EXPECT_FALSE(rs.InitDataSource()) << capture.LastText();
+      EXPECT_EQ(rs.Rows(), 0) << client_sql;
+    }
+  }
+  admin.Execute("DROP DATABASE " + name);
 }
 
 }  // namespace

@@ -7,7 +7,7 @@
 #include <cctype>
 #include <vector>
 
-#include "db/postgres/sql_scanner.h"
+#include "db/sql_scanner.h"
 
 namespace varnel::testing {
 namespace {
@@ -63,10 +63,14 @@ TEST(PostgresTranslation, RewritesNamesLikeAndBooleanComparisonsOutsideQuotedTex
       {"[Order Date] is null", "\"Order Date\" is null"},
       {"[a\"b]", "\"a\"\"b\""},
       {"[x]]y]", "\"x]y\""},
+      {"[Name]='a\\' or [Id]=1", "\"Name\"='a\\' or \"id\"=1"},
       {"([Name] LIKE '%smith%')", "(\"Name\" ILIKE '%smith%' ESCAPE '')"},
       {"([Name] NOT  LIKE '%smith%')", "(\"Name\" NOT  ILIKE '%smith%' ESCAPE '')"},
       {"[Name] like 'a' escape '!'", "\"Name\" ilike 'a' escape '!'"},
       {"[Name] LIKE ?", "\"Name\" ILIKE ? ESCAPE ''"},
+      {"[Name] LIKE 'open", "\"Name\" ILIKE 'open"},
+      {"[Name] LIKE?'x'", "\"Name\" ILIKE? ESCAPE '' 'x'"},
+      {"[Name] LIKE $q$open", "\"Name\" ILIKE $q$open"},
       {"[Qty] LIKE '%1%'", "\"qty\"::text ILIKE '%1%' ESCAPE ''"},
       {"[Qty] NOT LIKE '%1%'", "\"qty\"::text NOT ILIKE '%1%' ESCAPE ''"},
       {"[Paid]=0", "\"paid\"::int=0"},

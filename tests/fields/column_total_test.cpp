@@ -1,7 +1,10 @@
-// The column total of a summed field follows each stored value by its
-// difference, and always equals what a recount of the column gives.
+// Column totals: SumValue, the selection total and the per-symbol totals are
+// kept by each change's own contribution and always equal a recount.
+#include "recordset/column_total.h"
+
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <random>
 
 #include "fields/field_access.h"
@@ -12,147 +15,215 @@
 namespace varnel {
 namespace {
 
-constexpr int32_t kRows = 300;
-
-// The total that a recount of field's column gives, counted in a recordset
-// of its own so that the recount leaves field's bookkeeping alone.
-Variant RecountOf(const ClsFields& field) {
-  ClsRecordset mirror;
-  auto copy = mirror.Add("Copy");
-  copy->FieldType = field.FieldType;
-  copy->IsSum = true;
-  internal::FieldAccess::Values(*copy) = internal::FieldAccess::Values(field);
-  internal::RecomputeSum(internal::RecordsetAccess::State(mirror), 0);
-  return copy->SumValue;
+// Same kind and value; a Double NaN equals a NaN.
+bool SameTotal(const Variant& a, const Variant& b) {
+  if (a.VarType() == vbDouble && b.VarType() == vbDouble && std::isnan(a.AsDouble())) {
+    return std::isnan(b.AsDouble());
+  }
+  return a == b;
 }
 
-// What the random changes store: each kind of column gets values of its own.
-enum class Mix { SmallWhole, LargeWhole, CurrencyField, Mixed };
+// The kind of a total is decided by the values it holds, whatever their order.
+TEST(ColumnTotal, KindAndValueFollowTheValuesHeldNotTheirOrder) {
+  const double big = 9e14;  // beyond Currency once doubled
+  const struct {
+    Enum_FieldType type;
+    std::vector<Variant> values;
+    Variant expected;
+  } cases[] = {
+      {F_Numeral, {}, Variant(int32_t{0})},
+      {F_Currency, {}, Variant(Currency{0})},
+      {F_Numeral,
+       {Variant(int16_t{3}), Variant(int32_t{4}), Variant(), Variant::Null()},
+       Variant(int32_t{7})},
+      {F_Numeral, {Variant("word"), Variant(Date{37747.0}), Variant(true)}, Variant(int32_t{0})},
+      {F_Numeral,
+       {Variant(int32_t{2000000000}), Variant(int32_t{2000000000}), Variant(int32_t{-2000000000})},
+       Variant(int32_t{2000000000})},  // Long: the sum fits, whatever a running total passed
+      {F_Numeral, {Variant(int32_t{2000000000}), Variant(int32_t{2000000000})}, Variant(4e9)},
+      {F_Numeral, {Variant(0.1), Variant(0.2), Variant(int32_t{1})}, Variant(1.3)},  // rounded once
+      {F_Numeral, {Variant("2.5"), Variant(int32_t{1})}, Variant(3.5)},
+      {F_Numeral,
+       {Variant(Currency{15000}), Variant(2.25), Variant(int32_t{1})},
+       Variant(Currency{47500})},
+      {F_Currency, {Variant(1.5), Variant("2.25"), Variant(int32_t{1})}, Variant(Currency{47500})},
+      {F_Currency, {Variant(big), Variant(big)}, Variant(2 * big)},  // beyond Currency: Double
+      {F_Numeral, {Variant(1e308), Variant(1e308), Variant(-1e308)}, Variant(1e308)},
+      {F_Numeral, {Variant(HUGE_VAL), Variant(int32_t{1})}, Variant(HUGE_VAL)},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(CStr(c.expected));
+    for (const bool reversed : {false, true}) {
+      ClsRecordset rs;
+      auto field = rs.Add("Qty");
+      field->FieldType = c.type;
+      field->IsSum = true;
+      rs.Rows(static_cast<int32_t>(c.values.size()));
+      internal::RecomputeAllSums(internal::RecordsetAccess::State(rs));
+      const Variant zero = field->SumValue;
+      for (size_t i = 0; i < c.values.size(); ++i) {
+        const size_t row = reversed ? c.values.size() - i : i + 1;
+        field->SetValue(c.values[row - 1], static_cast<int32_t>(row));
+      }
+      EXPECT_TRUE(SameTotal(field->SumValue, c.expected)) << CStr(field->SumValue);
+      for (size_t row = 1; row <= c.values.size(); ++row) {
+        field->SetValue(Variant(), static_cast<int32_t>(row));
+      }
+      EXPECT_TRUE(SameTotal(field->SumValue, zero));
+    }
+  }
+}
 
-Variant RandomValue(std::mt19937& random, Mix mix) {
-  const auto pick = [&](int n) { return static_cast<int>(random() % static_cast<unsigned>(n)); };
+Variant RandomValue(std::mt19937& random) {
   const auto whole = [&](int32_t bound) {
     return static_cast<int32_t>(static_cast<int64_t>(random() % (2u * bound + 1)) - bound);
   };
-  switch (pick(mix == Mix::LargeWhole ? 30 : 10)) {
+  switch (random() % 11) {
     case 0:
       return Variant();
     case 1:
       return Variant::Null();
     case 2:
-      return mix == Mix::LargeWhole ? Variant(whole(1200000000)) : Variant("word");
+      return Variant("word");
     case 3:
-      return mix == Mix::LargeWhole ? Variant(whole(2000000000)) : Variant(pick(2) == 0);
+      return Variant(std::to_string(whole(500)) + ".25");
     case 4:
-      return mix == Mix::SmallWhole || mix == Mix::LargeWhole ? Variant(int16_t(whole(300)))
-                                                              : Variant(whole(1000) / 8.0);
+      return Variant(int16_t(whole(300)));
     case 5:
-      return mix == Mix::Mixed || mix == Mix::CurrencyField ? Variant(Currency{whole(99999999)})
-                                                            : Variant(Date{37747.0});
+      return Variant(whole(2000000000));
     case 6:
-      return mix == Mix::Mixed ? Variant(std::to_string(whole(500)) + ".25") : Variant(whole(5));
+      return Variant(Currency{int64_t{whole(2000000000)} * 2000000000});
+    case 7:
+      return Variant(whole(1000) / 8.0 + 0.1);
+    case 8:
+      return Variant(true);
     default:
-      return mix == Mix::LargeWhole ? Variant() : Variant(whole(1000));
+      return Variant(whole(1000));
   }
 }
 
-// Stores a value of the same field in another row from ValueChange, now and
-// then, so that totals also follow changes made while a change propagates.
-class NestedWriter : public ClsRecordsetEvents {
- public:
-  NestedWriter(ClsFields& field, std::mt19937& random, Mix mix)
-      : field_(field), random_(random), mix_(mix) {}
-  void ValueChange(int32_t, int32_t) override {
-    if (busy_ || random_() % 4 != 0) {
-      return;
-    }
-    busy_ = true;
-    field_.SetValue(RandomValue(random_, mix_), static_cast<int32_t>(random_() % kRows) + 1);
-    busy_ = false;
-  }
+const char* const kSymbols[] = {"$", "€", "", "¥"};
 
- private:
-  ClsFields& field_;
-  std::mt19937& random_;
-  Mix mix_;
-  bool busy_ = false;
+// The totals a recordset holding the same rows, marks and pointer counts afresh.
+struct Totals {
+  Variant all, selected;
+  std::vector<SymbolTotal> by_symbol, selected_by_symbol;
 };
 
-TEST(ColumnTotal, RandomChangesLeaveTheTotalOfARecount) {
-  for (const Mix mix : {Mix::SmallWhole, Mix::LargeWhole, Mix::CurrencyField, Mix::Mixed}) {
-    SCOPED_TRACE(static_cast<int>(mix));
-    std::mt19937 random(20030506u + static_cast<unsigned>(mix));
+Totals Read(ClsRecordset& rs) {
+  return {rs.Item("Qty")->SumValue, rs.SelectedSumValue("Qty"), rs.SumValueBySymbol("Qty"),
+          rs.SumValueBySymbol("Qty", true)};
+}
+
+Totals Recounted(ClsRecordset& rs) {
+  ClsRecordset mirror;
+  for (const auto& field : rs) {
+    auto copy = mirror.Add(field->Name);
+    copy->FieldType = field->FieldType;
+    copy->IsSum = field->IsSum;
+    copy->SymbolName = field->SymbolName;
+    internal::FieldAccess::Values(*copy) = internal::FieldAccess::Values(*field);
+  }
+  auto& from = internal::RecordsetAccess::State(rs);
+  auto& to = internal::RecordsetAccess::State(mirror);
+  to.select_marks = from.select_marks;
+  to.edit_marks = from.edit_marks;
+  to.select_state = from.select_state;
+  to.current_row = from.current_row;
+  internal::RecomputeAllSums(to);
+  return Read(mirror);
+}
+
+void ExpectSame(const std::vector<SymbolTotal>& a, const std::vector<SymbolTotal>& b) {
+  ASSERT_EQ(a.size(), b.size());
+  for (size_t i = 0; i < a.size(); ++i) {
+    EXPECT_EQ(a[i].Symbol, b[i].Symbol);
+    EXPECT_TRUE(SameTotal(a[i].Total, b[i].Total)) << CStr(a[i].Total) << " " << CStr(b[i].Total);
+  }
+}
+
+// Values, symbols, selection marks and rows change at random; after every
+// step each total equals a recount of the same rows.
+TEST(ColumnTotal, EveryTotalEqualsARecountAfterEachChange) {
+  for (const Enum_FieldType type : {F_Numeral, F_Currency}) {
+    std::mt19937 random(20030506u + type);
     ClsRecordset rs;
-    auto field = rs.Add("Qty");
-    field->FieldType = mix == Mix::CurrencyField ? F_Currency : F_Numeral;
-    field->IsSum = true;
-    rs.Rows(kRows);
-    {
-      internal::BulkScope bulk;  // a loaded column, then counted as a load counts it
-      for (int32_t row = 1; row <= kRows; ++row) {
-        field->SetValue(RandomValue(random, mix), row);
+    auto qty = rs.Add("Qty");
+    rs.Add("Sign");
+    qty->FieldType = type;
+    qty->IsSum = true;
+    qty->SymbolName = "Sign";
+    rs.Rows(60);
+    auto& state = internal::RecordsetAccess::State(rs);
+    internal::RecomputeAllSums(state);
+    const auto row = [&] { return static_cast<int32_t>(random() % rs.Rows()) + 1; };
+    for (int step = 0; step < 1500; ++step) {
+      switch (random() % 10) {
+        case 0:
+          qty->SetSymbol(Variant(kSymbols[random() % 4]), row());
+          break;
+        case 1:
+          rs.SysSetMutliSelectRows(random() % 2 == 0, row(),
+                                   static_cast<Enum_SelectRow>(random() % 3));
+          break;
+        case 2:
+          random() % 3 == 0 ? rs.SelectAllRows()
+                            : (random() % 2 ? rs.InvertSelectRows() : rs.ClearSelectRows());
+          break;
+        case 3:
+          if (rs.Rows() > 10) {
+            internal::EraseRow(state, row());
+          }
+          break;
+        case 4: {
+          const int32_t at = row();
+          internal::InsertRow(state, at);
+          internal::WriteRowValues(state, at, {RandomValue(random), Variant(kSymbols[at % 4])});
+          internal::RowJoinsTotals(state, at);
+          break;
+        }
+        default:
+          qty->SetValue(RandomValue(random), row());
       }
+      state.current_row = row();
+      const Totals kept = Read(rs);
+      const Totals counted = Recounted(rs);
+      ASSERT_TRUE(SameTotal(kept.all, counted.all)) << step;
+      ASSERT_TRUE(SameTotal(kept.selected, counted.selected)) << step;
+      ExpectSame(kept.by_symbol, counted.by_symbol);
+      ExpectSame(kept.selected_by_symbol, counted.selected_by_symbol);
     }
-    internal::RecomputeAllSums(internal::RecordsetAccess::State(rs));
-    NestedWriter writer(*field, random, mix);
-    rs.Advise(&writer);
-    for (int change = 0; change < 600; ++change) {
-      const int32_t row = static_cast<int32_t>(random() % kRows) + 1;
-      ASSERT_FALSE(field->SetValue(RandomValue(random, mix), row));
-      ASSERT_EQ(field->SumValue, RecountOf(*field)) << "after change " << change;
-    }
+    ASSERT_GE(rs.SumValueBySymbol("Qty").size(), 3u);
   }
 }
 
-// A value stored silently is seen by a recount only: a change whose total
-// leaves it out was applied by its difference.
-TEST(ColumnTotal, ExactTotalsFollowByTheDifferenceOthersAreRecounted) {
-  const struct {
-    Enum_FieldType type;
-    Variant before;
-    Variant after;
-    Variant expected;  // the total after the change, the silent 100 left out or counted
-  } cases[] = {
-      {F_Numeral, Variant(int32_t{4}), Variant(int32_t{6}), Variant(int32_t{8})},
-      {F_Numeral, Variant(int32_t{4}), Variant("word"), Variant(int32_t{2})},
-      {F_Numeral, Variant(), Variant(int16_t{3}), Variant(int32_t{5})},
-      {F_Currency, Variant(1.5), Variant("2.25"), Variant(Currency{42500})},
-      {F_Numeral, Variant(int32_t{4}), Variant(2.5), Variant(104.5)},         // a Double addend
-      {F_Numeral, Variant(0.5), Variant(int32_t{1}), Variant(int32_t{103})},  // a Double total
-      {F_Numeral, Variant(int32_t{4}), Variant(Currency{10000}), Variant(Currency{1030000})},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.after.ToString());
-    ClsRecordset rs;
-    auto field = rs.Add("Qty");
-    field->FieldType = c.type;
-    field->IsSum = true;
-    rs.Rows(3);
-    field->SetValue(c.before, 1);
-    field->SetValue(int32_t{2}, 2);
-    {
-      internal::BulkScope bulk;
-      field->SetValue(int32_t{100}, 3);
-    }
-    field->SetValue(c.after, 1);
-    EXPECT_EQ(field->SumValue, c.expected);
-  }
-}
-
-TEST(ColumnTotal, TotalOfAWholeColumnStaysLongWhileNoRunningTotalOverflows) {
-  // The recount of 2e9, 2e9, -2e9 passes 4e9 on the way: a Double total.
+TEST(ColumnTotal, SelectionAndSymbolTotalsThroughThePublicApi) {
   ClsRecordset rs;
-  auto field = rs.Add("Qty");
-  field->FieldType = F_Numeral;
-  field->IsSum = true;
-  rs.Rows(3);
-  field->SetValue(int32_t{2000000000}, 1);
-  field->SetValue(int32_t{-2000000000}, 3);
-  EXPECT_EQ(field->SumValue, Variant(int32_t{0}));
-  field->SetValue(int32_t{2000000000}, 2);
-  EXPECT_EQ(field->SumValue, Variant(2000000000.0));
-  field->SetValue(Variant(), 1);
-  EXPECT_EQ(field->SumValue, Variant(int32_t{0}));
+  auto amount = rs.Add("Amount");
+  auto sign = rs.Add("Sign");
+  amount->FieldType = F_Currency;
+  amount->IsSum = true;
+  rs.Rows(4);
+  const std::pair<int64_t, const char*> rows[] = {{10, "$"}, {20, "€"}, {30, "$"}, {40, "€"}};
+  for (int32_t r = 1; r <= 4; ++r) {
+    amount->SetValue(Variant(Currency{rows[r - 1].first * 10000}), r);
+    sign->SetValue(Variant(rows[r - 1].second), r);
+  }
+  rs.AbsolutePosition(2);
+  EXPECT_EQ(rs.SelectedSumValue("Amount"), Variant(Currency{200000}));  // S_None: the current row
+  rs.SysSetMutliSelectRows(true, 1, Shift);                             // rows 1..2
+  rs.SysSetMutliSelectRows(true, 4, Ctrl);
+  EXPECT_EQ(rs.SelectedSumValue("Amount"), Variant(Currency{700000}));
+  EXPECT_EQ(rs.SumValueBySymbol("Amount").size(), 1u);  // no companion yet: one total
+  amount->SymbolName = "Sign";
+  const std::vector<SymbolTotal> selected = rs.SumValueBySymbol("Amount", true);
+  ASSERT_EQ(selected.size(), 2u);
+  EXPECT_EQ(selected[0].Symbol, "$");
+  EXPECT_EQ(selected[0].Total, Variant(Currency{100000}));
+  EXPECT_EQ(selected[1].Total, Variant(Currency{600000}));
+  EXPECT_TRUE(rs.SelectedSumValue("Sign").IsNull());  // not summed
+  EXPECT_TRUE(rs.SelectedSumValue("Nope").IsNull());
+  EXPECT_TRUE(rs.SumValueBySymbol("Nope").empty());
 }
 
 }  // namespace

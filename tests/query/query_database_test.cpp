@@ -1,6 +1,7 @@
 // The translated predicates run on a real database, on every provider: the
 // SQL is valid there, and a date typed into a day or minute field finds the
-// rows of that day or minute whatever time the column holds.
+// rows of that day or minute whatever time (and, on SQLite, whatever text
+// shape) the column holds.
 #include <gtest/gtest.h>
 
 #include <tuple>
@@ -12,6 +13,17 @@
 
 namespace varnel::testing {
 namespace {
+
+// Loads Rs, whose field holds the criterion Query, and gives the Ids found.
+std::vector<int32_t> LoadedIds(ClsRecordset& rs, const char* query) {
+  CaptureScope capture;
+  EXPECT_FALSE(rs.InitDataSource()) << query << ": " << capture.LastText();
+  std::vector<int32_t> ids;
+  for (int32_t row = 1; row <= rs.Rows(); ++row) {
+    ids.push_back(rs.Item("Id")->GetValue(row).ToLong());
+  }
+  return ids;
+}
 
 class QueryOnDatabase : public ::testing::TestWithParam<TestProvider> {
  protected:
@@ -48,13 +60,7 @@ class QueryOnDatabase : public ::testing::TestWithParam<TestProvider> {
     field->FieldType = type;
     field->DateType = date_type;
     field->QueryValue = query;
-    CaptureScope capture;
-    EXPECT_FALSE(rs.InitDataSource()) << query << ": " << capture.LastText();
-    std::vector<int32_t> ids;
-    for (int32_t row = 1; row <= rs.Rows(); ++row) {
-      ids.push_back(rs.Item("Id")->GetValue(row).ToLong());
-    }
-    return ids;
+    return LoadedIds(rs, query);
   }
 
   // The ids of the rows found by Query on a computed currency field Amount.
@@ -128,6 +134,37 @@ TEST_P(QueryOnDatabase, CriterionOnComputedFieldComparesItsFormula) {
 }
 
 VARNEL_ON_EVERY_PROVIDER(QueryOnDatabase);
+
+// SQLite keeps dates as text in whatever shape each writer chose.
+TEST(QueryOnSqliteDates, ADateFindsItsRowsWhateverShapeTheTextHas) {
+  TestDatabase db(TestProvider::kSqlite);
+  auto cn = std::make_shared<db::Connection>();
+  cn->Open(db.ConnectionString());
+  cn->Execute(
+      "CREATE TABLE T (Id INTEGER, Made DATE); INSERT INTO T VALUES (1, '2025-01-05'),"
+      " (2, '2025-01-05 10:00:00'), (3, '2025-01-05T11:30:00'), (4, '2025-01-06'),"
+      " (5, '10:00:00')");
+  const std::tuple<Enum_DateType, const char*, std::vector<int32_t>> rows[] = {
+      {D_YMD, "1/5/2025", {1, 2, 3}},
+      {D_YMD, ">1/5/2025", {4}},
+      {D_YMDHNS, "2025-01-05 11:30:00", {3}},
+      {D_YMDHN, ">=2025-01-05 10:00", {2, 3, 4}},
+      {D_HNS, "10:00:00", {2, 5}},
+  };
+  for (const auto& [date_type, query, ids] : rows) {
+    ClsRecordset rs;
+    rs.SFConnection = cn;
+    rs.TableName = "T";
+    rs.DefaultOrderBy = "[Id]";
+    rs.Add("Id")->IsData = true;
+    auto made = rs.Add("Made");
+    made->IsData = true;
+    made->FieldType = F_Date;
+    made->DateType = date_type;
+    made->QueryValue = query;
+    EXPECT_EQ(LoadedIds(rs, query), ids) << query;
+  }
+}
 
 }  // namespace
 }  // namespace varnel::testing

@@ -20,7 +20,7 @@ TempDir::~TempDir() {
 }
 
 std::string TempDir::SqliteConnection(const std::string& name) const {
-  return "Provider=SQLite;Data Source=" + (path_ / name).string();
+  return "Provider=SQLite;Create=True;Data Source=" + (path_ / name).string();
 }
 
 }  // namespace varnel::testing

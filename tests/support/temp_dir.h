@@ -11,7 +11,7 @@ class TempDir {
   TempDir();
   ~TempDir();
   const std::filesystem::path& path() const { return path_; }
-  // "Provider=SQLite;Data Source=<dir>/<name>"
+  // "Provider=SQLite;Create=True;Data Source=<dir>/<name>": made on first open.
   std::string SqliteConnection(const std::string& name = "test.db") const;
 
  private:

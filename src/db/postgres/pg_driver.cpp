@@ -12,7 +12,7 @@
 #include "db/postgres/pg_statement.h"
 #include "db/postgres/pg_table_catalog.h"
 #include "db/postgres/pg_values.h"
-#include "db/postgres/sql_scanner.h"
+#include "db/sql_scanner.h"
 
 namespace varnel::db::internal {
 namespace {
@@ -167,8 +167,10 @@ PgConnectParams ConnectParams(const ConnectionSettings& settings, std::string_vi
   add("client_encoding", std::string("UTF8"));
   add("application_name", std::string("varnel"));
   // Dates as ISO text (month first when ambiguous), money without a locale's
-  // symbols, and the schema the client names.
-  std::string options = "-c DateStyle=ISO,MDY -c lc_monetary=C -c extra_float_digits=1";
+  // symbols, backslashes in '...' as themselves, and the schema the client names.
+  std::string options =
+      "-c DateStyle=ISO,MDY -c lc_monetary=C -c extra_float_digits=1"
+      " -c standard_conforming_strings=on";
   if (std::optional<std::string> schema = settings.Get("schema"); schema && !schema->empty()) {
     options += " -c search_path=" + OptionValue(QuotePgName(*schema));
   }

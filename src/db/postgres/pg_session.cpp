@@ -43,6 +43,14 @@ void EndCopy(PGconn* connection, const PGresult* result) {
   }
 }
 
+// The library's SQL (and the scanner that translates it) reads a backslash in
+// '...' as itself. A server or database configured otherwise would read \' as
+// a quote that does not end the text, and so let typed text out of its quotes.
+bool BackslashesLiteral(const PGconn* connection) {
+  const char* setting = PQparameterStatus(connection, "standard_conforming_strings");
+  return setting != nullptr && std::string_view(setting) == "on";
+}
+
 bool InTransactionBlock(const PGconn* connection) {
   const PGTransactionStatusType status = PQtransactionStatus(connection);
   return status == PQTRANS_INTRANS || status == PQTRANS_INERROR;
@@ -70,12 +78,20 @@ PgSession::PgSession(PgConnectParams params) : params_(std::move(params)) {
   // print them on standard error.
   PQsetNoticeProcessor(
       connection_, [](void*, const char*) {}, nullptr);
+  KeepBackslashesLiteral("connecting");
+}
+
+void PgSession::KeepBackslashesLiteral(std::string_view doing) {
+  if (!BackslashesLiteral(connection_)) {
+    Plain("SET standard_conforming_strings = on", doing);
+  }
 }
 
 PgSession::~PgSession() { PQfinish(connection_); }
 
 void PgSession::EnsureConnected(std::string_view doing) {
   if (PQstatus(connection_) == CONNECTION_OK) {
+    KeepBackslashesLiteral(doing);  // a client's own SET may have changed it
     return;
   }
   if (lost_in_transaction_) {
@@ -89,6 +105,7 @@ void PgSession::EnsureConnected(std::string_view doing) {
                       std::string(doing) + ".)");
   }
   ++generation_;
+  KeepBackslashesLiteral(doing);
 }
 
 void PgSession::NoteLoss(bool in_transaction) {

@@ -8,7 +8,9 @@
 //   - a lost connection is reported as such, and the next call reconnects
 //     (unless a transaction was open: that one is gone, and only rolling it
 //     back is allowed until then);
-//   - the password never reaches a message.
+//   - the password never reaches a message;
+//   - the server reads '...' text as the library writes it, a backslash being
+//     an ordinary character, whatever the server's or database's default.
 #pragma once
 
 #include <libpq-fe.h>
@@ -74,6 +76,8 @@ class PgSession {
                 std::string_view doing);
   void Plain(const char* sql, std::string_view doing);
   void EnsureConnected(std::string_view doing);
+  // Makes the server read backslashes in '...' literally (standard_conforming_strings).
+  void KeepBackslashesLiteral(std::string_view doing);
   // After a failed call: a connection lost while a transaction was open
   // (In_transaction, as it was before the call) loses that transaction.
   void NoteLoss(bool in_transaction);

@@ -2,7 +2,8 @@
 
 #include <vector>
 
-#include "db/postgres/sql_scanner.h"
+#include "db/sql_quote.h"
+#include "db/sql_scanner.h"
 
 namespace varnel::db::internal {
 namespace {
@@ -108,8 +109,9 @@ size_t WriteLike(const Tokens& tokens, size_t at, std::string& out) {
   const std::string_view like = tokens[at].text;
   out += like == "like" ? "ilike" : "ILIKE";
   const size_t pattern = Significant(tokens, at + 1);
-  if (pattern >= tokens.size() || (tokens[pattern].kind != SqlTokenKind::kText &&
-                                   tokens[pattern].kind != SqlTokenKind::kPlaceholder)) {
+  if (pattern >= tokens.size() || !tokens[pattern].closed ||
+      (tokens[pattern].kind != SqlTokenKind::kText &&
+       tokens[pattern].kind != SqlTokenKind::kPlaceholder)) {
     return at;
   }
   for (size_t i = at + 1; i <= pattern; ++i) {
@@ -117,23 +119,16 @@ size_t WriteLike(const Tokens& tokens, size_t at, std::string& out) {
   }
   if (!IsWord(tokens, Significant(tokens, pattern + 1), "ESCAPE")) {
     out += " ESCAPE ''";
+    if (pattern + 1 < tokens.size() && tokens[pattern + 1].text.starts_with('\'')) {
+      out += ' ';  // text right after would continue the '' literal
+    }
   }
   return pattern;
 }
 
 }  // namespace
 
-std::string QuotePgName(std::string_view name) {
-  std::string quoted = "\"";
-  for (char c : name) {
-    quoted += c;
-    if (c == '"') {
-      quoted += '"';
-    }
-  }
-  quoted += '"';
-  return quoted;
-}
+std::string QuotePgName(std::string_view name) { return QuoteNameWith(name, '"'); }
 
 std::string TranslateForPostgres(std::string_view sql, NameLookup& names) {
   const Tokens tokens = ScanSql(sql);
@@ -142,7 +137,7 @@ std::string TranslateForPostgres(std::string_view sql, NameLookup& names) {
   for (size_t i = 0; i < tokens.size(); ++i) {
     const SqlToken& token = tokens[i];
     if (token.kind == SqlTokenKind::kBracketName) {
-      const std::string name = BracketedName(token.text);
+      const std::string name = UnquoteName(token.text);
       if (const CatalogName* found = names.Find(name)) {
         out += QuotePgName(found->name);
         out += CastFor(*found, tokens, i + 1);

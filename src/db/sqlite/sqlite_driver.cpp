@@ -1,8 +1,13 @@
 #include "db/sqlite/sqlite_driver.h"
 
+#include <strings.h>
+
+#include <filesystem>
 #include <string>
 
 #include "db/db_errors.h"
+#include "db/sql_quote.h"
+#include "db/sql_scanner.h"
 #include "db/sqlite/sqlite_error.h"
 #include "db/sqlite/sqlite_statement.h"
 #include "db/sqlite/sqlite_table_catalog.h"
@@ -15,6 +20,26 @@ namespace {
 struct FinalizeGuard {
   sqlite3_stmt* statement = nullptr;
   ~FinalizeGuard() { sqlite3_finalize(statement); }
+};
+
+// SQLite reads [names] itself but has no escape for a "]" inside them: a
+// name written [a]]b] is sent as `a]b` (never "a]b", which SQLite would take
+// for text when no such column exists).
+class SqliteTranslator final : public SqlTranslator {
+ public:
+  std::string ToDatabaseSql(std::string_view sql) override {
+    if (sql.find("]]") == std::string_view::npos) {
+      return std::string(sql);
+    }
+    std::string out;
+    out.reserve(sql.size());
+    for (const SqlToken& token : ScanSql(sql, SqlLexicon::kSqlite)) {
+      const bool escaped_name = token.kind == SqlTokenKind::kBracketName &&
+                                token.text.find("]]") != std::string_view::npos;
+      out += escaped_name ? QuoteNameWith(UnquoteName(token.text), '`') : std::string(token.text);
+    }
+    return out;
+  }
 };
 
 class SqliteDriver final : public Driver {
@@ -35,6 +60,7 @@ class SqliteDriver final : public Driver {
   bool InTransaction() const override { return sqlite3_get_autocommit(handle_.get()) == 0; }
   Dialect GetDialect() const override { return SqliteDialect(); }
   TableCatalog& Catalog() override { return catalog_; }
+  SqlTranslator* Translator() override { return &translator_; }
 
  private:
   void RunPlain(const char* sql, std::string_view doing) {
@@ -49,6 +75,7 @@ class SqliteDriver final : public Driver {
 
   SqliteHandle handle_;
   SqliteTableCatalog catalog_;
+  SqliteTranslator translator_;
 };
 
 // Binds the statement's placeholders to Params from First on; returns how many
@@ -113,12 +140,34 @@ int64_t SqliteDriver::Execute(std::string_view sql, const std::vector<Variant>& 
   return affected;
 }
 
-SqliteHandle OpenHandle(const std::string& path) {
+// The Create key: whether a missing file is made a new, empty database.
+bool AsksToCreate(const ConnectionSettings& settings) {
+  const std::string value = settings.GetOr("create", "false");
+  for (const char* yes : {"true", "yes", "1"}) {
+    if (strcasecmp(value.c_str(), yes) == 0) {
+      return true;
+    }
+  }
+  for (const char* no : {"false", "no", "0"}) {
+    if (strcasecmp(value.c_str(), no) == 0) {
+      return false;
+    }
+  }
+  RaiseProviderError("The connection string's Create='" + value +
+                     "' is not understood: write Create=True or Create=False.");
+}
+
+SqliteHandle OpenHandle(const std::string& path, bool create) {
   sqlite3* raw = nullptr;
-  const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
+  const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | (create ? SQLITE_OPEN_CREATE : 0);
   const int rc = sqlite3_open_v2(path.c_str(), &raw, flags, nullptr);
   SqliteHandle handle(raw, &sqlite3_close_v2);
   const std::string doing = "opening the database '" + path + "'";
+  if (rc == SQLITE_CANTOPEN && !create && !std::filesystem::exists(path)) {
+    RaiseProviderError("The SQLite database file '" + path +
+                       "' does not exist. Check the Data Source, or add Create=True to the "
+                       "connection string to create a new, empty database there.");
+  }
   if (rc != SQLITE_OK) {
     RaiseSqliteError(raw, rc, doing);
   }
@@ -134,7 +183,7 @@ SqliteHandle OpenHandle(const std::string& path) {
 
 }  // namespace
 
-Dialect SqliteDialect() { return Dialect{.iso_dates = true}; }
+Dialect SqliteDialect() { return Dialect{.iso_dates = true, .dates_as_text = true}; }
 
 std::unique_ptr<Driver> OpenSqliteDriver(const ConnectionSettings& settings,
                                          std::string_view /*user*/, std::string_view /*password*/) {
@@ -142,7 +191,7 @@ std::unique_ptr<Driver> OpenSqliteDriver(const ConnectionSettings& settings,
   if (path.empty()) {
     RaiseProviderError("The connection string gives no Data Source (the SQLite database file).");
   }
-  return std::make_unique<SqliteDriver>(OpenHandle(path));
+  return std::make_unique<SqliteDriver>(OpenHandle(path, AsksToCreate(settings)));
 }
 
 }  // namespace varnel::db::internal

@@ -1,6 +1,7 @@
-// The SQLite provider: "Provider=SQLite;Data Source=<file path>" opens (and
-// creates) a database file. Busy databases are waited for about 2 seconds.
-// A connection is used by one thread at a time (the library runs on its
+// The SQLite provider: "Provider=SQLite;Data Source=<file path>" opens an
+// existing database file; a file that does not exist is an error unless the
+// connection string adds "Create=True" (then a new, empty database is made). Busy databases are
+// waited for about 2 seconds. A connection is used by one thread at a time (the library runs on its
 // client's thread), so SQLite's own per-call locking is left out.
 //
 // How values cross between SQLite and Variants. Reading, the column's declared
@@ -44,11 +45,12 @@
 
 namespace varnel::db::internal {
 
-// Opens the file named by the Data Source key (creating it when absent).
+// Opens the file named by the Data Source key; creates it when absent only
+// with Create=True. Raises the provider error for a missing file otherwise.
 std::unique_ptr<Driver> OpenSqliteDriver(const ConnectionSettings& settings, std::string_view user,
                                          std::string_view password);
 
-// Dates are stored as ISO 8601 text.
+// Dates are stored as ISO 8601 text, of whatever shape each writer chose.
 Dialect SqliteDialect();
 
 }  // namespace varnel::db::internal

@@ -1,4 +1,4 @@
-#include "db/postgres/sql_scanner.h"
+#include "db/sql_scanner.h"
 
 #include <cstring>
 
@@ -30,14 +30,15 @@ bool IsClauseWord(std::string_view word) {
 
 class Scanner {
  public:
-  explicit Scanner(std::string_view sql) : sql_(sql) {}
+  Scanner(std::string_view sql, SqlLexicon lexicon) : sql_(sql), lexicon_(lexicon) {}
 
   std::vector<SqlToken> Run() {
     std::vector<SqlToken> tokens;
     while (at_ < sql_.size()) {
       const size_t start = at_;
+      unterminated_ = false;
       const SqlTokenKind kind = Next(tokens);
-      tokens.push_back({kind, sql_.substr(start, at_ - start)});
+      tokens.push_back({kind, sql_.substr(start, at_ - start), !unterminated_});
     }
     return tokens;
   }
@@ -59,11 +60,11 @@ class Scanner {
     if (c == '\'') {
       return Quoted('\'', false);
     }
-    if (c == '"') {
-      Quoted('"', false);
+    if (c == '"' || (c == '`' && lexicon_ == SqlLexicon::kSqlite)) {
+      Quoted(c, false);
       return SqlTokenKind::kQuotedName;
     }
-    if (c == '$' && DollarQuote()) {
+    if (c == '$' && lexicon_ == SqlLexicon::kPostgres && DollarQuote()) {
       return SqlTokenKind::kText;
     }
     if (IsNameStart(c)) {
@@ -79,7 +80,9 @@ class Scanner {
       case ';':
         return SqlTokenKind::kSemicolon;
       case '[':
-        return OpensSubscript(before) ? SqlTokenKind::kPunctuation : BracketName();
+        return lexicon_ == SqlLexicon::kPostgres && OpensSubscript(before)
+                   ? SqlTokenKind::kPunctuation
+                   : BracketName();
       default:
         break;
     }
@@ -103,7 +106,7 @@ class Scanner {
     at_ += 2;
     int depth = 1;
     while (at_ < sql_.size() && depth > 0) {
-      if (Peek() == '/' && Peek(1) == '*') {
+      if (Peek() == '/' && Peek(1) == '*' && lexicon_ == SqlLexicon::kPostgres) {
         ++depth;
         at_ += 2;
       } else if (Peek() == '*' && Peek(1) == '/') {
@@ -120,6 +123,7 @@ class Scanner {
   // inside, and with Backslashes a backslash keeps the next character inside.
   SqlTokenKind Quoted(char quote, bool backslashes) {
     ++at_;
+    unterminated_ = true;
     while (at_ < sql_.size()) {
       const char c = Peek();
       if (backslashes && c == '\\') {
@@ -128,6 +132,7 @@ class Scanner {
         at_ += 2;
       } else if (c == quote) {
         ++at_;
+        unterminated_ = false;
         break;
       } else {
         ++at_;
@@ -151,7 +156,8 @@ class Scanner {
     }
     const std::string_view tag = sql_.substr(at_, end + 1 - at_);
     const size_t close = sql_.find(tag, end + 1);
-    at_ = close == std::string_view::npos ? sql_.size() : close + tag.size();
+    unterminated_ = close == std::string_view::npos;
+    at_ = unterminated_ ? sql_.size() : close + tag.size();
     return true;
   }
 
@@ -160,7 +166,8 @@ class Scanner {
     while (IsNameChar(Peek())) {
       ++at_;
     }
-    if (at_ - start == 1 && (sql_[start] == 'E' || sql_[start] == 'e') && Peek() == '\'') {
+    if (at_ - start == 1 && (sql_[start] == 'E' || sql_[start] == 'e') && Peek() == '\'' &&
+        lexicon_ == SqlLexicon::kPostgres) {
       return Quoted('\'', true);
     }
     return SqlTokenKind::kWord;
@@ -217,26 +224,15 @@ class Scanner {
   }
 
   std::string_view sql_;
+  SqlLexicon lexicon_;
   size_t at_ = 0;
+  bool unterminated_ = false;  // the last quote read runs to the end of the text
 };
 
 }  // namespace
 
-std::vector<SqlToken> ScanSql(std::string_view sql) { return Scanner(sql).Run(); }
-
-std::string BracketedName(std::string_view token) {
-  std::string_view inner = token.substr(1);
-  if (!inner.empty() && inner.back() == ']') {
-    inner.remove_suffix(1);
-  }
-  std::string name;
-  for (size_t i = 0; i < inner.size(); ++i) {
-    name += inner[i];
-    if (inner[i] == ']' && i + 1 < inner.size() && inner[i + 1] == ']') {
-      ++i;
-    }
-  }
-  return name;
+std::vector<SqlToken> ScanSql(std::string_view sql, SqlLexicon lexicon) {
+  return Scanner(sql, lexicon).Run();
 }
 
 bool IsKeyword(std::string_view word, std::string_view keyword) {

@@ -1,0 +1,205 @@
+#include "qt/value_convert.h"
+
+#include <QDateTime>
+#include <QLocale>
+#include <cmath>
+
+#include "fields/field_access.h"
+
+namespace varnel::qt::detail {
+namespace {
+
+const QDate kDayZero(1899, 12, 30);
+constexpr qint64 kMsPerDay = 86400000;
+
+const char* DatePattern(Enum_DateType type) {
+  switch (type) {
+    case D_YMDHN:
+      return "yyyy-mm-dd hh:nn";
+    case D_YMD:
+      return "yyyy-mm-dd";
+    case D_HNS:
+      return "hh:nn:ss";
+    case D_HN:
+      return "hh:nn";
+    default:
+      return "yyyy-mm-dd hh:nn:ss";
+  }
+}
+
+}  // namespace
+
+// Two decimals, or up to four when the amount has them: 12.50, 0.1234.
+QString AmountText(int64_t units) {
+  const int decimals = (units % 100 == 0) ? 2 : (units % 10 == 0 ? 3 : 4);
+  return QLocale::c().toString(static_cast<double>(units) / 10000.0, 'f', decimals);
+}
+
+namespace {
+
+QString CurrencyText(const ClsFields& field, const Variant& value, int32_t row) {
+  const Currency amount = value.VarType() == vbCurrency ? value.AsCurrency() : value.ToCurrency();
+  Variant sign;
+  if (!field.SymbolName.empty() && field.Parent != nullptr) {
+    if (const auto companion = field.Parent->Item(Variant(field.SymbolName))) {
+      sign = StoredValue(*companion, row);
+    }
+  }
+  const QString sign_text = sign.IsBlank() ? QString() : ToQString(CStr(sign));
+  if (amount.Value < 0) {
+    return "-" + sign_text + AmountText(-amount.Value);
+  }
+  return sign_text + AmountText(amount.Value);
+}
+
+}  // namespace
+
+Variant StoredValue(const ClsFields& field, int32_t row) {
+  // The engine's own view of the value array: GetValue reads the criterion in query mode.
+  const std::vector<Variant>& values = internal::FieldAccess::Values(field);
+  return row >= 1 && static_cast<size_t>(row) < values.size() ? values[row] : Variant();
+}
+
+ValueKind KindOf(const ClsFields& field) {
+  switch (field.FieldType) {
+    case F_Boolean:
+    case F_Locked:
+      return ValueKind::kBoolean;
+    case F_Date:
+      switch (field.DateType) {
+        case D_YMD:
+          return ValueKind::kDate;
+        case D_HNS:
+        case D_HN:
+          return ValueKind::kTime;
+        default:
+          return ValueKind::kDateTime;
+      }
+    case F_Currency:
+      return ValueKind::kCurrency;
+    case F_AutoCoding:
+      return ValueKind::kInteger;
+    case F_Numeral:
+      return field.NumType == N_Percent
+                 ? ValueKind::kPercent
+                 : (field.NumType == N_Float ? ValueKind::kFloat : ValueKind::kInteger);
+    default:
+      return ValueKind::kText;
+  }
+}
+
+bool IsNumeric(ValueKind kind) {
+  return kind == ValueKind::kInteger || kind == ValueKind::kFloat || kind == ValueKind::kPercent ||
+         kind == ValueKind::kCurrency;
+}
+
+QString DisplayText(const ClsFields& field, const Variant& value, int32_t row) {
+  if (value.IsBlank()) {
+    return {};
+  }
+  try {
+    switch (KindOf(field)) {
+      case ValueKind::kBoolean:
+        return {};  // shown by the check state
+      case ValueKind::kDate:
+      case ValueKind::kDateTime:
+      case ValueKind::kTime:
+        return ToQString(Format(value, DatePattern(field.DateType)));
+      case ValueKind::kCurrency:
+        return CurrencyText(field, value, row);
+      case ValueKind::kPercent:
+        return QLocale::c().toString(value.ToDouble() * 100, 'g', 12) + "%";
+      default:
+        return ToQString(CStr(value));
+    }
+  } catch (const std::exception&) {
+    return ToQString(CStr(value));  // a value that does not fit its field is shown as it is
+  }
+}
+
+QVariant EditValue(const ClsFields& field, const Variant& value) {
+  if (value.IsBlank()) {
+    return {};
+  }
+  try {
+    switch (KindOf(field)) {
+      case ValueKind::kBoolean:
+        return value.ToBool();
+      case ValueKind::kDate:
+        return ToQDateTime(value.ToDate()).date();
+      case ValueKind::kTime:
+        return ToQDateTime(value.ToDate()).time();
+      case ValueKind::kDateTime:
+        return ToQDateTime(value.ToDate());
+      case ValueKind::kInteger:
+        return static_cast<qlonglong>(std::llround(value.ToDouble()));
+      case ValueKind::kFloat:
+      case ValueKind::kPercent:
+      case ValueKind::kCurrency:
+        return value.ToDouble();
+      default:
+        return ToQString(CStr(value));
+    }
+  } catch (const std::exception&) {
+    return ToQString(CStr(value));
+  }
+}
+
+Variant FromQt(const QVariant& value) {
+  if (!value.isValid() || value.isNull()) {
+    return Variant::Null();
+  }
+  switch (value.typeId()) {
+    case QMetaType::Bool:
+      return Variant(value.toBool());
+    case QMetaType::Int:
+    case QMetaType::LongLong:
+    case QMetaType::UInt:
+    case QMetaType::ULongLong:
+    case QMetaType::Double:
+      return Variant(value.toDouble());
+    case QMetaType::QDate:
+      return Variant(FromQDateTime(QDateTime(value.toDate(), QTime(0, 0), Qt::UTC)));
+    case QMetaType::QTime:
+      return Variant(FromQDateTime(QDateTime(kDayZero, value.toTime(), Qt::UTC)));
+    case QMetaType::QDateTime:
+      return Variant(FromQDateTime(value.toDateTime()));
+    default:
+      return Variant(FromQString(value.toString()));
+  }
+}
+
+QDateTime ToQDateTime(Date date) {
+  // Before day zero the whole days count back but the fraction still runs forward.
+  const double days = std::trunc(date.Value);
+  const qint64 ms = std::llround(std::fabs(date.Value - days) * kMsPerDay);
+  return QDateTime(kDayZero.addDays(static_cast<qint64>(days)), QTime(0, 0), Qt::UTC).addMSecs(ms);
+}
+
+Date FromQDateTime(const QDateTime& when) {
+  const QDateTime utc(when.date(), when.time(), Qt::UTC);
+  const qint64 days = kDayZero.daysTo(utc.date());
+  const double fraction = static_cast<double>(utc.time().msecsSinceStartOfDay()) / kMsPerDay;
+  return Date{days < 0 ? static_cast<double>(days) - fraction
+                       : static_cast<double>(days) + fraction};
+}
+
+QString ToQString(const std::string& text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+std::string FromQString(const QString& text) { return text.toUtf8().toStdString(); }
+
+QString Caption(const ClsFields& field) {
+  return ToQString(field.DisplayName.empty() ? field.Name : field.DisplayName);
+}
+
+}  // namespace varnel::qt::detail
+
+namespace varnel::qt {
+
+QString DisplayText(const ClsFields& Field, const Variant& Value, int32_t Row) {
+  return detail::DisplayText(Field, Value, Row);
+}
+
+}  // namespace varnel::qt
