@@ -138,6 +138,7 @@ namespace varnel {
 Enum_EditRecord ClsRecordset::UpdateRecord() {
   internal::RecordsetState& rs = internal::RecordsetAccess::State(*this);
   internal::ValidScope valid(rs);
+  const internal::OperationScope operation("UpdateRecord");  // the save step's trap is shared
   // A failure while saving keeps the edit pending: nothing is lost, and the
   // user can save again or take the edit back.
   return internal::SaveStep(rs);
