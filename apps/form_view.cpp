@@ -42,13 +42,30 @@ int32_t SelectedCount(ClsRecordset& rs) {
   return count;
 }
 
-std::string Sums(ClsRecordset& rs) {
+// A summed field's total, one per currency sign when its rows carry several
+// ("1200.00 $ + 310.50 €"), over all rows or the selected ones.
+std::string TotalText(ClsRecordset& rs, const ClsFields& field, bool selected) {
+  if (!field.SymbolName.empty()) {
+    std::string text;
+    for (const SymbolTotal& total : rs.SumValueBySymbol(Variant(field.Name), selected)) {
+      text += (text.empty() ? "" : " + ") + ValueText(field, total.Total) +
+              (total.Symbol.empty() ? "" : " " + total.Symbol);
+    }
+    if (!text.empty()) {
+      return text;
+    }
+  }
+  return ValueText(field, selected ? rs.SelectedSumValue(Variant(field.Name)) : field.SumValue);
+}
+
+std::string Sums(ClsRecordset& rs, bool selected) {
   std::string sums;
   for (const auto& field : rs) {
     if (field->IsSum) {
-      sums += (sums.empty() ? std::string(Tr(Text::Sum)) + " " : ", ") +
-              Say(Text::SumItem, fmt::arg("name", ShownName(*field)),
-                  fmt::arg("value", SumText(*field)));
+      sums +=
+          (sums.empty() ? std::string(Tr(selected ? Text::SelectedSum : Text::Sum)) + " " : ", ") +
+          Say(Text::SumItem, fmt::arg("name", ShownName(*field)),
+              fmt::arg("value", TotalText(rs, *field, selected)));
     }
   }
   return sums;
@@ -101,8 +118,13 @@ std::string StatusLine(ClsRecordset& rs) {
   if (rs.Rows() > 0 && !rs.GetEdit()) {
     line += std::string(" | ") + Tr(Text::ReadOnlyRow);
   }
-  if (const std::string sums = Sums(rs); !sums.empty()) {
+  if (const std::string sums = Sums(rs, false); !sums.empty()) {
     line += " | " + sums;
+  }
+  if (rs.SelectState() == S_Multi) {
+    if (const std::string sums = Sums(rs, true); !sums.empty()) {
+      line += " | " + sums;
+    }
   }
   return line;
 }

@@ -51,6 +51,7 @@ constexpr std::array<TextRow, static_cast<size_t>(Text::Count)> kTexts = {{
     {Text::Selected, "Selected: {count}", "已选：{count}"},
     {Text::ReadOnlyRow, "read-only row", "只读行"},
     {Text::Sum, "Sum", "合计"},
+    {Text::SelectedSum, "Selected sum", "已选合计"},
     {Text::SumItem, "{name}: {value}", "{name}：{value}"},
     {Text::Saved, "Saved.", "已保存。"},
     {Text::NothingToSave, "Nothing to save.", "没有需要保存的修改。"},

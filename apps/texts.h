@@ -18,6 +18,7 @@ enum class Text {
   Selected,
   ReadOnlyRow,
   Sum,
+  SelectedSum,
   SumItem,
   Saved,
   NothingToSave,

@@ -110,6 +110,14 @@ TEST_F(AppSession, SelectionCommandsMarkRows) {
   ASSERT_EQ(status.size(), 7u) << run.output;
   EXPECT_EQ(status[1].find("Selected"), npos);  // one row: the current one
   EXPECT_NE(status[2].find("Selected: 4"), npos);
+  // Beside the totals over all rows, the selected rows' own, per currency sign.
+  EXPECT_NE(status[2].find("| Selected sum Quantity: " +
+                           CStr(Scalar("SELECT SUM(Qty) FROM (SELECT Qty FROM Orders"
+                                       " ORDER BY OrderDate, OrderId LIMIT 4 OFFSET 1)")) +
+                           ", Amount: "),
+            npos)
+      << status[2];
+  EXPECT_NE(status[0].find(" $ + "), npos) << status[0];
   EXPECT_NE(status[3].find("Selected: 3"), npos);
   EXPECT_EQ(CountLines(run.output, ">+", true), 1);  // row 2, the current one
   EXPECT_EQ(CountLines(run.output, " +", true), 2);  // rows 4 and 5
