@@ -99,8 +99,12 @@ class ClsRecordset {
   std::string DefaultCondition;
   /// The joined query-by-form predicates, written by GetCondition.
   std::string SysCondition;
-  /// Up to three sort columns; a blank one ends the list.
-  std::string OrderByField1, OrderByField2, OrderByField3;
+  /// The first sort column; a blank one ends the list of three.
+  std::string OrderByField1;
+  /// The second sort column.
+  std::string OrderByField2;
+  /// The third sort column.
+  std::string OrderByField3;
   /// Direction of OrderByField1.
   Enum_Ascending OrderByAscending1 = Ascending;
   /// Direction of OrderByField2.
@@ -109,8 +113,14 @@ class ClsRecordset {
   Enum_Ascending OrderByAscending3 = Ascending;
   /// True while a message of this recordset is on screen.
   bool SysErrState = false;
-  /// Permissions: new/copied rows may be edited, rows copied, deleted, saved rows modified.
-  bool EditAddNew = true, EditCopy = true, EditDelete = true, EditModify = true;
+  /// Permission: NewRecord may add rows.
+  bool EditAddNew = true;
+  /// Permission: CopyRecord may copy rows.
+  bool EditCopy = true;
+  /// Permission: DeleteRecord may delete rows.
+  bool EditDelete = true;
+  /// Permission: Modify may change rows already saved.
+  bool EditModify = true;
   /// Client data, untouched by the library except CloseDataSource, which empties it.
   std::string Tag;
   /// Name of the field-information table, for the client's own use.

@@ -36,15 +36,17 @@ enum VbVarType : int32_t {
   vbLongLong = 20,  ///< a signed 8-byte integer
 };
 
-// Days since 1899-12-30; the fraction is the time of day. Date{37747.5} is 2003-05-06 12:00.
+/// Days since 1899-12-30; the fraction is the time of day. Date{37747.5} is 2003-05-06 12:00.
 struct Date {
-  double Value = 0;
+  double Value = 0;  ///< the day count, with the time of day as its fraction
+  /// Same day count.
   friend bool operator==(const Date&, const Date&) = default;
 };
 
-// A count of 1/10000 units: Currency{12345} is 1.2345.
+/// A count of 1/10000 units: Currency{12345} is 1.2345.
 struct Currency {
-  int64_t Value = 0;
+  int64_t Value = 0;  ///< the amount in 1/10000 units
+  /// Same amount.
   friend bool operator==(const Currency&, const Currency&) = default;
 };
 
@@ -60,15 +62,18 @@ struct Decimal {
   friend bool operator==(const Decimal& A, const Decimal& B) noexcept;
 };
 
-// A run-time error with the platform's number. The numbers used by the library:
+/// A run-time error with the platform's number (errors.h names them all). Among them:
 //   5 invalid procedure call or argument, 6 overflow, 9 subscript out of range,
 //   11 division by zero, 13 type mismatch, 91 object variable not set,
 //   94 invalid use of Null, 2103 no current record,
 //   3706 provider cannot be found, -2147467259 database provider error.
 class VbError : public std::runtime_error {
  public:
+  /// An error with its number and the description shown to the user.
   VbError(int32_t Number, std::string Description);
+  /// The run-time error number (5, 6, 13, ... or -2147467259 for the database).
   int32_t Number() const { return number_; }
+  /// The description, in the thread's language where the library wrote it.
   const std::string& Description() const { return description_; }
 
  private:
@@ -76,73 +81,105 @@ class VbError : public std::runtime_error {
   std::string description_;
 };
 
-// Raises VbError with the platform's standard description for Number.
+/// Raises VbError with the platform's standard description for Number.
 [[noreturn]] void RaiseError(int32_t Number);
 
+/// One automation value: Empty, Null, a number, a date, text or a Boolean, in 16 bytes.
 class Variant {
  public:
+  /// Empty.
   Variant() noexcept { tag_ = Tag::Empty; bits_ = 0; }
+  /// A Null value.
   static Variant Null() noexcept;
+  /// A Boolean (held as the automation value: True is -1).
   Variant(bool Value) noexcept;
+  /// An Integer (16-bit).
   Variant(int16_t Value) noexcept;
+  /// A Long (32-bit).
   Variant(int32_t Value) noexcept;
   /// A LongLong. Pass an int64_t (a `long long` argument needs a cast: it is
   /// as near to int32_t and double as to int64_t).
   Variant(int64_t Value) noexcept;
+  /// A Double.
   Variant(double Value) noexcept;
   /// A Decimal, kept bit for bit (REQUIRES Value.Scale <= 28). A negative
   /// zero is stored as zero.
   Variant(Decimal Value) noexcept;
+  /// A Currency.
   Variant(Currency Value) noexcept;
+  /// A Date.
   Variant(Date Value) noexcept;
+  /// A String (UTF-8).
   Variant(const char* Value);
+  /// A String (UTF-8).
   Variant(std::string_view Value);
+  /// A String (UTF-8).
   Variant(const std::string& Value) : Variant(std::string_view(Value)) {}
 
+  /// A copy; text is shared, never copied character by character.
   Variant(const Variant& Other) noexcept;
+  /// Takes Other's value; Other becomes Empty.
   Variant(Variant&& Other) noexcept;
+  /// Copies Other's value.
   Variant& operator=(const Variant& Other) noexcept;
+  /// Takes Other's value; Other becomes Empty.
   Variant& operator=(Variant&& Other) noexcept;
   ~Variant() { Release(); }
 
+  /// The kind held (VarType).
   VbVarType VarType() const noexcept;
+  /// The kind's name: "Empty", "Null", "Long", "String", ...
   std::string TypeName() const;
+  /// True when Empty.
   bool IsEmpty() const noexcept { return tag_ == Tag::Empty; }
+  /// True when Null.
   bool IsNull() const noexcept { return tag_ == Tag::Null; }
-  bool IsBlank() const noexcept { return tag_ <= Tag::Null; }  // Empty or Null
+  /// True when Empty or Null.
+  bool IsBlank() const noexcept { return tag_ <= Tag::Null; }
+  /// True when a String.
   bool IsString() const noexcept { return tag_ == Tag::SmallString || tag_ == Tag::HeapString; }
   /// True for Integer, Long, LongLong, Double, Currency and Decimal (not Boolean, Date).
   bool IsNumber() const noexcept;
 
-  // Raw payloads; each REQUIRES the matching VarType().
+  /// The value of an Integer (REQUIRES VarType() == vbInteger).
   int16_t AsInteger() const noexcept;
+  /// The value of a Long (REQUIRES VarType() == vbLong).
   int32_t AsLong() const noexcept;
   /// The value of a LongLong (REQUIRES VarType() == vbLongLong).
   int64_t AsLongLong() const noexcept;
+  /// The value of a Double (REQUIRES VarType() == vbDouble).
   double AsDouble() const noexcept;
   /// The value of a Decimal (REQUIRES VarType() == vbDecimal).
   Decimal AsDecimal() const noexcept;
+  /// The value of a Currency (REQUIRES VarType() == vbCurrency).
   Currency AsCurrency() const noexcept;
+  /// The value of a Date (REQUIRES VarType() == vbDate).
   Date AsDate() const noexcept;
+  /// The value of a Boolean (REQUIRES VarType() == vbBoolean).
   bool AsBoolean() const noexcept;
-  // The characters of a String; valid while this Variant lives unchanged.
+  /// The characters of a String; valid while this Variant lives unchanged.
   std::string_view StringView() const noexcept;
 
-  // Conversions by the platform's rules; failures raise VbError (13, 6, 94).
-  std::string ToString() const;  // CStr
-  double ToDouble() const;       // CDbl
-  int32_t ToLong() const;        // CLng (banker's rounding)
+  /// CStr: the standard text form. Conversions raise VbError 13, 6 or 94 when they fail.
+  std::string ToString() const;
+  /// CDbl: the value as a Double.
+  double ToDouble() const;
+  /// CLng: the value as a Long, rounded half to even.
+  int32_t ToLong() const;
   /// CLngLng: whole numbers exactly, others rounded half to even; text is read
   /// exactly ("9007199254740993"). Raises 6 beyond the 8-byte range, 13, 94.
   int64_t ToLongLong() const;
   /// CDec: the exact decimal of the value (a Double by its 15 significant
   /// digits, text by up to 29). Raises 6 beyond +-79228162514264337593543950335, 13, 94.
   Decimal ToDecimal() const;
-  bool ToBool() const;          // CBool
-  Currency ToCurrency() const;  // CCur
-  Date ToDate() const;          // CDate
+  /// CBool: zero is False, any other number True; "True"/"False" text.
+  bool ToBool() const;
+  /// CCur: the value in 1/10000 units, rounded half to even.
+  Currency ToCurrency() const;
+  /// CDate: a date from a Date, a date serial or date text.
+  Date ToDate() const;
 
-  // Same kind and same value (Empty == Empty, Null == Null).
+  /// Same kind and same value (Empty == Empty, Null == Null).
   friend bool operator==(const Variant& A, const Variant& B) noexcept;
 
  private:

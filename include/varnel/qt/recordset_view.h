@@ -36,8 +36,11 @@ class RecordsetView : public QTableView {
   void FollowCurrentRow();
 
  protected:
+  /// Moves the recordset to the new row (AbsolutePosition); a vetoed move puts the cursor back.
   void currentChanged(const QModelIndex& Current, const QModelIndex& Previous) override;
+  /// Click, Shift-click and Ctrl-click select rows through SysSetMutliSelectRows.
   void mousePressEvent(QMouseEvent* Event) override;
+  /// Shift and Ctrl with the arrow keys select as the mouse does.
   void keyPressEvent(QKeyEvent* Event) override;
 
  private:
