@@ -10,6 +10,7 @@
 
 #include "messages/error_trap.h"
 #include "recordset/column_total.h"
+#include "recordset/edit_state.h"
 #include "recordset/recordset_state.h"
 #include "recordset/row_store.h"
 #include "recordset/save_step.h"
@@ -97,6 +98,7 @@ namespace varnel {
 
 bool ClsRecordset::SetEdit(bool Value, int32_t Row) {
   return internal::Trapped(SysErrState, true, [&] {
+    const internal::ValidScope valid(*d_);
     if (d_->edit_status == E_Query) {
       return false;
     }
@@ -139,6 +141,7 @@ bool ClsRecordset::GetSelectRow(int32_t Row) {
 
 bool ClsRecordset::SysSetMutliSelectRows(bool Value, int32_t Row, Enum_SelectRow SelectOption) {
   return internal::Trapped(SysErrState, true, [&] {
+    const internal::ValidScope valid(*d_);
     if (d_->edit_status == E_Query) {
       return false;
     }
@@ -163,6 +166,7 @@ bool ClsRecordset::SysSetMutliSelectRows(bool Value, int32_t Row, Enum_SelectRow
 
 bool ClsRecordset::SelectAllRows() {
   return internal::Trapped(SysErrState, true, [&] {
+    const internal::ValidScope valid(*d_);
     if (d_->edit_status != E_Query && internal::PendingEditSaved(*d_)) {
       internal::SetAllMarks(*d_, true);
       d_->select_anchor = 0;
@@ -174,6 +178,7 @@ bool ClsRecordset::SelectAllRows() {
 
 bool ClsRecordset::InvertSelectRows() {
   return internal::Trapped(SysErrState, true, [&] {
+    const internal::ValidScope valid(*d_);
     if (d_->edit_status != E_Query && internal::PendingEditSaved(*d_)) {
       for (size_t row = 1; row < d_->select_marks.size(); ++row) {
         d_->select_marks[row] = !d_->select_marks[row];
@@ -187,6 +192,7 @@ bool ClsRecordset::InvertSelectRows() {
 
 bool ClsRecordset::ClearSelectRows() {
   return internal::Trapped(SysErrState, true, [&] {
+    const internal::ValidScope valid(*d_);
     if (d_->edit_status != E_Query) {
       internal::SetAllMarks(*d_, false);
       internal::ChangedSelection(*d_, S_None);

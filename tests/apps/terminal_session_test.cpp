@@ -1,7 +1,9 @@
 // The program at a terminal (a pseudo-terminal): Ctrl-C cancels only the line
 // being typed, Ctrl-D with an edit pending asks before leaving, a deletion is
 // confirmed unless --yes, and a password is read without echo.
+#include <chrono>
 #include <string>
+#include <thread>
 
 #include "app_fixture.h"
 
@@ -22,6 +24,9 @@ TEST_F(AppAtTerminal, CtrlCCancelsTheLineAndCtrlDAsksToSaveThePendingEdit) {
   app.Type("set Note typed at a terminal\r");
   app.Send("set Quantity 9");
   app.Type("\x03");
+  // The terminal flushes input still queued when Ctrl-C interrupts: let the
+  // program take the interrupt before Ctrl-D is typed.
+  std::this_thread::sleep_for(std::chrono::milliseconds(300));
   app.Type("\x04", "(yes/no)");
   app.Send("yes\r");
   const AppRun run = app.Finish();
