@@ -26,17 +26,18 @@ void OrderTable::Load() {
   rs.ConnectString = connection->ConnectionString();
   rs.TableName = "Orders";
   rs.OrderByField1 = "[Id]";
-  struct Spec {
+  struct Column {
     const char* name;
     Enum_FieldType type;
     bool edit;
   };
-  for (const Spec& spec : {Spec{"Id", F_Numeral, true}, Spec{"Customer", F_Text, true},
-                           Spec{"Qty", F_Numeral, true}, Spec{"Price", F_Numeral, true},
-                           Spec{"Paid", F_Boolean, true}, Spec{"OrderDate", F_Date, true}}) {
-    auto field = rs.Add(spec.name);
-    field->FieldType = spec.type;
-    field->Edit = spec.edit;
+  for (const Column& column :
+       {Column{"Id", F_Numeral, true}, Column{"Customer", F_Text, true},
+        Column{"Qty", F_Numeral, true}, Column{"Price", F_Numeral, true},
+        Column{"Paid", F_Boolean, true}, Column{"OrderDate", F_Date, true}}) {
+    auto field = rs.Add(column.name);
+    field->FieldType = column.type;
+    field->Edit = column.edit;
     field->IsData = field->SaveToDB = field->Copy = true;
     field->EnableNull = true;
   }
