@@ -188,26 +188,32 @@ void Console::Fail(const std::string& text) {
   out_ << text << "\n";
 }
 
-std::vector<std::string> Console::Completions(const std::string& line, size_t word_start) const {
-  const std::vector<Word> words = SplitWords(line.substr(0, word_start));
-  std::vector<std::string> choices;
-  if (words.empty()) {
+Completion Console::Completions(const std::string& line) const {
+  const std::vector<Word> words = SplitWords(line);
+  const bool new_word =
+      words.empty() || words.back().begin + words.back().text.size() < line.size();
+  const size_t before = new_word ? words.size() : words.size() - 1;  // words already complete
+  Completion completion{new_word ? line.size() : words.back().begin, {}};
+  std::vector<std::string>& choices = completion.choices;
+  if (before == 0) {
     for (const Command& command : kCommands) {
       choices.emplace_back(command.name);
     }
     choices.insert(choices.end(), {"quit", "exit"});
-  } else if (words.size() == 1 && Same(words[0].text, "set")) {
+  } else if (Same(words[0].text, "set")) {
+    // A shown name may hold blanks: all that follows "set" is the name so far.
+    completion.from = words.size() > 1 ? words[1].begin : line.size();
     for (const auto& field : rs_) {
       choices.push_back(ShownName(*field));
     }
-  } else if (words.size() == 1 && Same(words[0].text, "select")) {
+  } else if (before == 1 && Same(words[0].text, "select")) {
     choices = {"all", "invert", "none", "shift", "ctrl"};
-  } else if (words.size() == 1 && Same(words[0].text, "lang")) {
+  } else if (before == 1 && Same(words[0].text, "lang")) {
     choices = {"en", "zh"};
-  } else if (words.size() == 1 && Same(words[0].text, "list")) {
+  } else if (before == 1 && Same(words[0].text, "list")) {
     choices = {"--csv"};
   }
-  return choices;
+  return completion;
 }
 
 }  // namespace varnel::app

@@ -19,6 +19,7 @@
 #include <vector>
 
 #include "console_ui.h"
+#include "line_reader.h"
 #include "save_notices.h"
 #include "screen_setup.h"
 #include "varnel/varnel.h"
@@ -52,9 +53,9 @@ class Console {
   // The input ended. A pending edit is saved (after asking, on a terminal)
   // and the outcome told; false when it could not be saved.
   bool EndOfInput();
-  // What Tab offers for the word at Word_start of Line: commands first, then
-  // the display names after set, the choices of select and lang.
-  std::vector<std::string> Completions(const std::string& line, size_t word_start) const;
+  // What Tab offers at the end of Line: commands first, then the display
+  // names after set, the choices of select, lang and list.
+  Completion Completions(const std::string& line) const;
 
  private:
   using Handler = void (Console::*)(const std::string& argument);
@@ -117,7 +118,7 @@ class Console {
   SaveNotices notices_;
   int32_t notices_cookie_ = 0;
   bool quit_warned_ = false;
-  bool failed_ = false;  // the command being run failed
+  bool failed_ = false;          // the command being run failed
   bool told_not_saved_ = false;  // the command has said why its save did not happen
   bool last_failed_ = false;
   int failures_ = 0;

@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <functional>
 #include <istream>
+#include <memory>
 #include <optional>
 #include <ostream>
 #include <string>
@@ -17,9 +18,17 @@
 
 namespace varnel::app {
 
-// The words Tab offers for the word that starts at Word_start of Line.
-using Completer =
-    std::function<std::vector<std::string>(const std::string& line, size_t word_start)>;
+// What Tab may put in place of the end of a line: the text from From on is
+// replaced by one of Choices (those starting with it, whatever the case).
+struct Completion {
+  size_t from = 0;
+  std::vector<std::string> choices;
+};
+
+// The completion for Line, the text typed before the cursor.
+using Completer = std::function<Completion(const std::string& line)>;
+
+class LineEditor;
 
 class LineReader {
  public:
@@ -41,10 +50,9 @@ class LineReader {
   void SetCompleter(Completer completer);
 
  private:
-  std::optional<std::string> Read(const char* prompt, bool keep_in_history);
+  std::optional<std::string> Read(const std::string& prompt, bool keep_in_history);
 
-  bool interactive_;
-  std::filesystem::path history_file_;
+  std::unique_ptr<LineEditor> editor_;  // null when not interactive
   std::istream& in_;
   std::ostream& out_;
 };

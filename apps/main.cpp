@@ -122,8 +122,7 @@ int RunScreen(const Options& options, bool interactive, Secrets& secrets, Consol
   Console console(rs, writer, ui, out, std::move(settings), [&](const std::string& question) {
     return reader.AskYesNo(question, Tr(Text::AnswerYesNo));
   });
-  reader.SetCompleter(
-      [&](const std::string& line, size_t start) { return console.Completions(line, start); });
+  reader.SetCompleter([&](const std::string& line) { return console.Completions(line); });
   const int status = Converse(console, reader, options, interactive, out);
   out.flush();
   return status;

@@ -2,13 +2,16 @@
 
 #include <fcntl.h>
 #include <poll.h>
-#include <sys/ioctl.h>
 #include <signal.h>
+#include <sys/ioctl.h>
 #include <sys/wait.h>
+#include <termios.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <cstdlib>
 #include <stdexcept>
+#include <thread>
 
 namespace varnel::testing {
 namespace {
@@ -55,7 +58,8 @@ AppProcess::AppProcess(const std::vector<std::string>& args,
     if (terminal < 0 || grantpt(terminal) != 0 || unlockpt(terminal) != 0) {
       throw std::runtime_error("no pseudo-terminal");
     }
-    const std::string name = ptsname(terminal);
+    terminal_name_ = ptsname(terminal);
+    const std::string& name = terminal_name_;
     pid_ = fork();
     if (pid_ == 0) {
       setsid();  // the terminal opened next becomes the controlling one
@@ -136,8 +140,31 @@ std::string AppProcess::ReadUntil(const std::string& marker) {
   return seen_;
 }
 
+// Keys that mean something to the line editor (Ctrl-C, Ctrl-D, Tab) only do
+// so once the program has put the terminal into its editing mode: a person
+// types at the prompt, not before it.
+void AppProcess::WaitForLineEditing() const {
+  const auto give_up = std::chrono::steady_clock::now() + std::chrono::milliseconds(kTimeLimitMs);
+  while (std::chrono::steady_clock::now() < give_up) {
+    const int terminal = open(terminal_name_.c_str(), O_RDWR | O_NOCTTY);
+    termios mode{};
+    const bool editing =
+        terminal >= 0 && tcgetattr(terminal, &mode) == 0 && (mode.c_lflag & ICANON) == 0;
+    if (terminal >= 0) {
+      close(terminal);
+    }
+    if (editing) {
+      return;
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  }
+}
+
 void AppProcess::Type(const std::string& text, const std::string& marker) {
   const size_t from = seen_.size();
+  if (on_terminal_) {
+    WaitForLineEditing();
+  }
   Send(text);
   while (seen_.find(marker, from) == std::string::npos && ReadSome()) {
   }

@@ -32,8 +32,8 @@ class AppProcess {
   void Send(const std::string& text);
   // Reads until the output holds Marker or the program ends; returns all output so far.
   std::string ReadUntil(const std::string& marker);
-  // Sends Text, then reads until Marker appears in what follows (a terminal
-  // drops what is typed before the program reads).
+  // Sends Text, then reads until Marker appears in what follows. On a
+  // terminal Text is typed once the program edits a line.
   void Type(const std::string& text, const std::string& marker = "varnel> ");
   // Closes the input (a pipe; a terminal stays open until the program
   // leaves), reads everything and waits for the exit.
@@ -41,10 +41,12 @@ class AppProcess {
 
  private:
   bool ReadSome();  // false at the end of the output or after the time limit
+  void WaitForLineEditing() const;
 
   void StartChild(std::vector<std::string>& argv, const std::map<std::string, std::string>& env);
 
   bool on_terminal_ = false;
+  std::string terminal_name_;
   pid_t pid_ = -1;
   int input_ = -1;
   int output_ = -1;

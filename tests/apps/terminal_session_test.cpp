@@ -1,9 +1,8 @@
 // The program at a terminal (a pseudo-terminal): Ctrl-C cancels only the line
 // being typed, Ctrl-D with an edit pending asks before leaving, a deletion is
-// confirmed unless --yes, and a password is read without echo.
-#include <chrono>
+// confirmed unless --yes, Tab completes what is typed, and a password is
+// read without echo.
 #include <string>
-#include <thread>
 
 #include "app_fixture.h"
 
@@ -21,19 +20,16 @@ TEST_F(AppAtTerminal, CtrlCCancelsTheLineAndCtrlDAsksToSaveThePendingEdit) {
   AppProcess app(Args(), {}, true);
   app.ReadUntil(kPrompt);
   app.Type(Goto(id) + "\r");
-  app.Type("set Note typed at a terminal\r");
+  app.Type("set Note typed at a terminal, 终端 ¥\r");
   app.Send("set Quantity 9");
-  app.Type("\x03");
-  // The terminal flushes input still queued when Ctrl-C interrupts: let the
-  // program take the interrupt before Ctrl-D is typed.
-  std::this_thread::sleep_for(std::chrono::milliseconds(300));
+  app.Type("\x03", "^C\r\n" + std::string(kPrompt));
   app.Type("\x04", "(yes/no)");
   app.Send("yes\r");
   const AppRun run = app.Finish();
   EXPECT_EQ(run.exit_code, 0) << run.output;
   EXPECT_NE(run.output.find("Saved row"), npos) << run.output;
   EXPECT_EQ(Query("SELECT Note, Qty FROM Orders WHERE OrderId = " + std::to_string(id)),
-            (Rows{{Variant("typed at a terminal"), qty}}));
+            (Rows{{Variant("typed at a terminal, 终端 ¥"), qty}}));
 }
 
 TEST_F(AppAtTerminal, DeletionIsConfirmedUnlessYesWasGiven) {
@@ -59,6 +55,22 @@ TEST_F(AppAtTerminal, DeletionIsConfirmedUnlessYesWasGiven) {
   EXPECT_NE(yes.output.find("Deleted row " + gone_row.substr(5) + " from the database."), npos);
   EXPECT_EQ(Query("SELECT COUNT(*), SUM(OrderId = " + std::to_string(kept) + ") FROM Orders"),
             (Rows{{Variant(int32_t{299}), Variant(int32_t{1})}}));
+}
+
+TEST_F(AppAtTerminal, TabCompletesCommandsAndShownNames) {
+  AppProcess app(Args(), {}, true);
+  app.ReadUntil(kPrompt);
+  app.Type("se\t", "select");  // two commands start so: both are listed
+  app.Type("l\tnone\r");
+  app.Type("set unit\t12.5\r");  // the name on the screen, blank and all
+  app.Type("lang z\t\r");
+  app.Send("undo\rquit\r");
+  const AppRun run = app.Finish();
+  EXPECT_EQ(run.exit_code, 0);
+  EXPECT_NE(run.output.find("set     select"), npos) << run.output;
+  EXPECT_EQ(run.output.find("Unknown command"), npos) << run.output;
+  EXPECT_NE(run.output.find("Unit price  12.50 $"), npos) << run.output;
+  EXPECT_NE(run.output.find("语言：中文。"), npos) << run.output;
 }
 
 TEST_F(AppAtTerminal, PasswordIsAskedWithoutEcho) {
