@@ -55,6 +55,12 @@ Variant PgStatement::Value(int32_t column) const { return Cell(column); }
 
 void PgStatement::AppendRow(const int32_t* columns, std::vector<Variant>* const* outputs,
                             std::size_t count) const {
+  if (row_ == 0) {  // every row has arrived: room for all of them, once
+    const auto rows = static_cast<std::size_t>(PQntuples(rows_.get()));
+    for (std::size_t i = 0; i < count; ++i) {
+      outputs[i]->reserve(outputs[i]->size() + rows);
+    }
+  }
   for (std::size_t i = 0; i < count; ++i) {
     outputs[i]->push_back(Cell(columns[i]));
   }
