@@ -45,8 +45,9 @@ class NumberBits {
   // The 1/10000 units of a Currency (REQUIRES KindOf(value) == Kind::Currency).
   static int64_t Units(const Variant& value) noexcept { return Read<int64_t>(value); }
 
-  // target = Variant(Currency{units}), written in place when target holds
-  // Empty, Null or a number that owns nothing outside its 16 bytes.
+  // target = Variant(Currency{units}), written over it in place when target
+  // holds Empty, Null, an Integer, a Long or a Currency (none of which owns
+  // anything outside its 16 bytes); assigned otherwise.
   void StoreCurrency(Variant& target, int64_t units) const noexcept {
     const uint8_t tag = TagOf(target);
     if (tag != empty_ && tag != null_ && tag != long_ && tag != integer_ && tag != currency_) {
