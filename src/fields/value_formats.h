@@ -39,6 +39,10 @@ std::string WriteNumber(double value);
 // is; text with more significant digits than a Double keeps as a LongLong
 // (whole) or a Decimal; anything else as ReadNumber reads it, in a Double.
 std::optional<Variant> ReadExactNumber(const Variant& value);
+// A fraction with every digit: as ReadPercent, but a percent or number with
+// more significant digits than a Double keeps reads as a Decimal or LongLong
+// ("12.34567890123456789%" is 0.1234567890123456789).
+std::optional<Variant> ReadExactPercent(const Variant& value);
 // The standard text form of what ReadExactNumber gives: every digit of a
 // LongLong or Decimal ("1234567890123456"), WriteNumber for a Double.
 std::string WriteExactNumber(const Variant& value);
