@@ -211,6 +211,13 @@ std::optional<Date> ReadDate(const Variant& value) {
 
 Date CutToDateType(Date value, Enum_DateType type) { return CutDate(value, type); }
 
+Variant AsLoaded(const ClsFields& field, const Variant& value) {
+  if (field.FieldType != F_Date || value.IsBlank()) {
+    return value;
+  }
+  return Variant(CutDate(value.ToDate(), field.DateType));
+}
+
 std::string WriteDate(Date value, Enum_DateType type) {
   return Format(Variant(value), std::string(DatePattern(type)));
 }

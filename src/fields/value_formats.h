@@ -75,6 +75,9 @@ std::optional<Date> ReadDate(const Variant& value);
 // The date cut to what its DateType keeps (the day for D_YMD, the time of day
 // for D_HNS, ...), as a load cuts it.
 Date CutToDateType(Date value, Enum_DateType type);
+// A value read from the field's column as the load keeps it: a date field's
+// date cut to its DateType, anything else as it is.
+Variant AsLoaded(const ClsFields& field, const Variant& value);
 // The date as a user reads it: Format with DatePattern(type).
 std::string WriteDate(Date value, Enum_DateType type);
 // The date as a SQL literal in single quotes, in the dialect's form.
