@@ -352,6 +352,77 @@ TEST_P(TableWriterTest, ConflictsAreResolvedEitherWay) {
   }
 }
 
+// Taking theirs shows the row as a load would: a day field the day, a time
+// field the time of day, whatever the column holds.
+TEST_P(TableWriterTest, TakeTheirsShowsDatesAsTheLoadDoes) {
+  const std::pair<Enum_DateType, const char*> cases[] = {{D_YMD, "2024-03-04"},
+                                                         {D_HNS, "10:20:30"}};
+  for (const auto& [type, shown] : cases) {
+    SCOPED_TRACE(shown);
+    Reload();
+    rs_.Item("Made")->DateType = type;
+    ASSERT_FALSE(rs_.RefreshDataSource());
+    TableWriter writer(rs_);
+    other_->Execute("UPDATE Items SET [Made] = '2024-03-04 10:20:30' WHERE [Id] = 1");
+    ASSERT_FALSE(rs_.Modify("Qty", int32_t{5}));
+    ASSERT_EQ(rs_.UpdateRecord(), E_Defeat);
+    const std::optional<SaveConflict> conflict = writer.PendingConflict();
+    ASSERT_TRUE(conflict) << Shown();
+    EXPECT_EQ(conflict->Fields[3].Database, Variant(CDate(Variant(shown))));
+    EXPECT_EQ(writer.ResolveTakeTheirs(), E_Succeed) << Shown();
+    EXPECT_EQ(rs_.Item("Made")->GetValue(1), Variant(CDate(Variant(shown))));
+  }
+}
+
+// Without a key a row is known by its values: a changed row cannot be told
+// from a deleted one, so theirs drops the row from view and mine is refused
+// for a modification (it could leave both versions).
+TEST_P(TableWriterTest, TableWithoutKeyOffersItsConflictsAsFarAsValuesTell) {
+  struct Case {
+    const char* name;
+    bool delete_mine;
+    bool keep_mine;
+    Enum_EditRecord answer;
+    int32_t rows;  // in the recordset afterwards
+  };
+  const Case cases[] = {
+      {"changed, theirs", false, false, E_Succeed, 2},
+      {"changed, mine", false, true, E_Defeat, 3},
+      {"deleted, theirs", true, false, E_Succeed, 2},
+      {"deleted, mine", true, true, E_Succeed, 2},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.name);
+    rs_.CloseDataSource();
+    rs_.Clear();
+    other_->Execute("DROP TABLE IF EXISTS Loose");
+    other_->Execute(
+        "CREATE TABLE Loose (\"Id\" INTEGER, \"Name\" TEXT, \"Qty\" INTEGER, \"Made\" DATE, "
+        "\"Note\" TEXT)");
+    other_->Execute(
+        "INSERT INTO Loose VALUES (1, 'a', 1, NULL, NULL), (2, 'b', 2, NULL, NULL),"
+        " (3, 'c', 3, NULL, NULL)");
+    Load("Loose");
+    TableWriter writer(rs_);
+    other_->Execute("UPDATE Loose SET [Name] = 'theirs' WHERE [Id] = 1");
+    ASSERT_FALSE(c.delete_mine ? rs_.DeleteRecord() : rs_.Modify("Qty", int32_t{5}));
+    ASSERT_EQ(rs_.UpdateRecord(), E_Defeat);
+    EXPECT_EQ(capture_.LastText().rfind("No row holds the values this row was read with", 0), 0u)
+        << Shown();
+    const std::optional<SaveConflict> conflict = writer.PendingConflict();
+    ASSERT_TRUE(conflict);
+    EXPECT_TRUE(conflict->KeyLess && conflict->RowDeleted);
+    EXPECT_EQ(conflict->Fields[2].Typed, Variant(int32_t{c.delete_mine ? 1 : 5}));
+    EXPECT_EQ(c.keep_mine ? writer.ResolveKeepMine() : writer.ResolveTakeTheirs(), c.answer)
+        << Shown();
+    EXPECT_EQ(rs_.Rows(), c.rows);
+    EXPECT_EQ(Query("SELECT [Name], [Qty] FROM Loose ORDER BY [Id]"),
+              (Rows{{Variant("theirs"), Variant(int32_t{1})},
+                    {Variant("b"), Variant(int32_t{2})},
+                    {Variant("c"), Variant(int32_t{3})}}));
+  }
+}
+
 TEST_P(TableWriterTest, UpdateThatMatchesTwoRowsOfATableWithoutKeyIsRolledBack) {
   other_->Execute(
       "CREATE TABLE Loose (\"Id\" INTEGER, \"Name\" TEXT, \"Qty\" INTEGER, \"Made\" DATE, "
