@@ -71,7 +71,34 @@ bool TextEqualsValue(std::string_view text, const Variant& value) {
   return number && NumbersEqual(Variant(*number), value);
 }
 
+template <class T>
+int Order(const T& a, const T& b) {
+  return a < b ? -1 : (b < a ? 1 : 0);
+}
+
+bool IsWideExact(VbVarType type) { return type == vbLongLong || type == vbDecimal; }
+
 }  // namespace
+
+namespace internal {
+
+int CompareNumbers(const Variant& a, const Variant& b) {
+  const VbVarType ta = a.VarType();
+  const VbVarType tb = b.VarType();
+  if (IsExactKind(ta) && IsExactKind(tb) && ta != vbDecimal && tb != vbDecimal) {
+    return Order(ExactUnits(a), ExactUnits(b));
+  }
+  if ((IsExactKind(ta) && IsExactKind(tb)) || IsWideExact(ta) || IsWideExact(tb)) {
+    try {
+      return DecimalCompare(a.ToDecimal(), b.ToDecimal());
+    } catch (const VbError&) {
+      // a Double beyond the Decimal range: the Doubles order it
+    }
+  }
+  return Order(RealValue(a), RealValue(b));
+}
+
+}  // namespace internal
 
 bool ValuesEqual(const Variant& A, const Variant& B) noexcept {
   if (A.IsBlank() || B.IsBlank()) {
