@@ -4,6 +4,7 @@
 #include <string>
 
 #include "app_fixture.h"
+#include "db/sql_quote.h"
 #include "support/test_database.h"
 
 namespace varnel::testing {
@@ -70,13 +71,19 @@ TEST_P(AppOnTable, AnyTableOpensWithAFieldPerColumnAndSavesByItsKey) {
   EXPECT_EQ(Value("SELECT [Born] FROM People WHERE [Id] = 3"), CDate(Variant("1906-12-09")));
 }
 
-TEST_P(AppOnTable, NamedKeyColumnIdentifiesRowsWithoutAPrimaryKey) {
-  database_->Execute("CREATE TABLE Tags (\"Code\" VARCHAR(8), \"Label\" VARCHAR(20))");
-  database_->Execute("INSERT INTO Tags VALUES ('a', 'first'), ('b', 'second')");
-  const AppRun run =
-      Run("next\nset Label renamed\nsave\nquit\n", {"--table", "Tags", "--key", "Code"});
-  EXPECT_NE(run.output.find("Saved row 2."), npos) << run.output;
-  EXPECT_EQ(Value("SELECT [Label] FROM Tags WHERE [Code] = 'b'"), Variant("renamed"));
+// A named key column identifies the rows and orders them, whatever its name.
+TEST_P(AppOnTable, NamedKeyColumnIdentifiesAndOrdersRowsWithoutAPrimaryKey) {
+  for (const std::string key : {"Code", "Size [cm]"}) {
+    SCOPED_TRACE(key);
+    database_->Execute("CREATE TABLE Tags (\"" + key + "\" VARCHAR(8), \"Label\" VARCHAR(20))");
+    database_->Execute("INSERT INTO Tags VALUES ('b', 'second'), ('a', 'first'), ('c', 'third')");
+    const AppRun run =
+        Run("next\nset Label renamed\nsave\nquit\n", {"--table", "Tags", "--key", key});
+    EXPECT_NE(run.output.find("Saved row 2."), npos) << run.output;
+    EXPECT_EQ(Value("SELECT [Label] FROM Tags WHERE " + db::internal::BracketName(key) + " = 'b'"),
+              Variant("renamed"));
+    database_->Execute("DROP TABLE Tags");
+  }
 }
 
 TEST_P(AppOnTable, BadCommandLinesAndDatabasesEndWithAFailure) {
@@ -89,31 +96,48 @@ TEST_P(AppOnTable, BadCommandLinesAndDatabasesEndWithAFailure) {
 
 // Nothing of a connection string shows in an error, however it is malformed.
 TEST_P(AppOnTable, ConnectionStringIsNeverEchoed) {
-  const AppRun run = RunApp({"--data-dir", dir_.path().string(), "--connect",
-                             db_.ConnectionString("people.db") + ";Password=Sup3r;Secret Pw",
-                             "--table", "People"},
-                            "");
+  const AppRun run =
+      RunApp({"--data-dir", dir_.path().string(), "--connect",
+              db_.ConnectionString("people.db") + ";Password=Sup3r;Secret Pw", "--table", "People"},
+             "");
   EXPECT_EQ(run.exit_code, 1) << run.output;
   EXPECT_EQ(run.output.find("Sup3r"), npos) << run.output;
   EXPECT_EQ(run.output.find("Secret Pw"), npos) << run.output;
 }
 
-// A query the database refuses stays in query mode with its criteria; details
-// tells the statement and the database's words.
-TEST_P(AppOnTable, RefusedQueryKeepsTheCriteriaAndTheRows) {
-  AppProcess app({"--data-dir", dir_.path().string(), "--lang", "en", "--connect",
-                  db_.ConnectionString("people.db"), "--table", "People"});
-  app.ReadUntil("Type help for the commands.");
-  database_->Execute("ALTER TABLE People RENAME TO Persons");
-  app.Send("query\nset Name Ada\nrun\ndetails\ncancel\nquit\n");
-  const AppRun run = app.Finish();
-  EXPECT_NE(run.output.find("[Error] The database refused this: "), npos) << run.output;
-  EXPECT_NE(run.output.find("The query did not run; the criteria are kept"), npos);
-  EXPECT_NE(run.output.find("From People Where"), npos);  // details
-  const std::vector<std::string> status = Statuses(run.output);
-  ASSERT_GE(status.size(), 3u);
-  EXPECT_EQ(status[status.size() - 2], "Query") << run.output;
-  EXPECT_EQ(run.exit_code, 1);
+// What the database refuses is told in plain words, whether it refused to
+// read the rows or to take a change: the statement and its words come with
+// details. A refused query stays in query mode; a refused save keeps the edit.
+TEST_P(AppOnTable, DatabaseRefusalsAreToldPlainlyWithDetailsOnRequest) {
+  const struct {
+    const char* script;
+    const char* told;
+    const char* statement;  // what details shows of the statement
+    const char* status;     // the status after the refusal
+  } cases[] = {
+      {"query\nset Name Ada\nrun\ndetails\ncancel\nquit\n",
+       "[Error] The database refused to read the rows. Type details", "From People Where", "Query"},
+      {"set Score 1\nsave\ndetails\nundo\nquit\n",
+       "[Error] The database refused this change. Type details", "People", "Modified"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.script);
+    AppProcess app({"--data-dir", dir_.path().string(), "--lang", "en", "--connect",
+                    db_.ConnectionString("people.db"), "--table", "People"});
+    app.ReadUntil("Type help for the commands.");
+    database_->Execute("ALTER TABLE People RENAME TO Persons");
+    app.Send(c.script);
+    const AppRun run = app.Finish();
+    database_->Execute("ALTER TABLE Persons RENAME TO People");
+    EXPECT_NE(run.output.find(c.told), npos) << run.output;
+    const size_t details = run.output.find("varnel> details\n");
+    ASSERT_NE(details, npos);
+    EXPECT_NE(run.output.find(c.statement, details), npos);
+    const std::vector<std::string> status = Statuses(run.output);
+    ASSERT_GE(status.size(), 3u);
+    EXPECT_EQ(status[status.size() - 2], c.status) << run.output;
+    EXPECT_EQ(run.exit_code, 1);
+  }
 }
 
 // The program's own sample database (SQLite) as a --connect database.
