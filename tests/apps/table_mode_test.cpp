@@ -1,6 +1,8 @@
 // The program on databases other than the sample: any table (a field per
 // column, saved by its primary key) on every provider, a screen read from a
 // field-information table, and what it does with a bad command line.
+#include <filesystem>
+#include <fstream>
 #include <string>
 
 #include "app_fixture.h"
@@ -137,6 +139,53 @@ TEST_P(AppOnTable, DatabaseRefusalsAreToldPlainlyWithDetailsOnRequest) {
     ASSERT_GE(status.size(), 3u);
     EXPECT_EQ(status[status.size() - 2], c.status) << run.output;
     EXPECT_EQ(run.exit_code, 1);
+  }
+}
+
+// A password need not be on the command line: libpq's environment gives it,
+// from PGPASSWORD or a PGPASSFILE file. The test server (scripts/pg-server.sh)
+// trusts every user but varnel_pw, which must give its password.
+TEST(AppPassword, PostgresPasswordComesFromLibpqsEnvironment) {
+  TempDir dir;
+  TestDatabase database(TestProvider::kPostgres);
+  const std::string connection_string = database.ConnectionString("people");
+  auto owner = std::make_shared<db::Connection>();
+  owner->Open(connection_string);
+  db::Recordset role;
+  role.Open("SELECT COUNT(*) FROM pg_roles WHERE rolname = 'varnel_pw'", owner);
+  if (role.Fields().Item(0).Value().ToLong() == 0) {
+    GTEST_SKIP() << "the server has no role varnel_pw: start it with scripts/pg-server.sh";
+  }
+  const std::string schema = connection_string.substr(connection_string.rfind('=') + 1);
+  owner->Execute("CREATE TABLE People (\"Id\" INTEGER PRIMARY KEY, \"Name\" VARCHAR(30))");
+  owner->Execute("INSERT INTO People VALUES (1, 'Ada')");
+  owner->Execute("GRANT USAGE ON SCHEMA \"" + schema + "\" TO varnel_pw");
+  owner->Execute("GRANT SELECT ON People TO varnel_pw");
+  const std::string pass_file = (dir.path() / "pgpass").string();
+  std::ofstream(pass_file) << "*:*:*:varnel_pw:varnel-pw-secret\n";
+  std::filesystem::permissions(pass_file, std::filesystem::perms::owner_read);
+  const std::string nowhere = (dir.path() / "no-pgpass").string();
+  std::string as_role = connection_string;
+  as_role.replace(as_role.find("User ID=varnel;"), 15, "User ID=varnel_pw;");
+  const struct {
+    const char* password;   // PGPASSWORD ("": none)
+    std::string pass_file;  // PGPASSFILE
+    bool connects;
+  } cases[] = {
+      {"varnel-pw-secret", nowhere, true},
+      {"", pass_file, true},
+      {"wrong-pw-guess", nowhere, false},
+      {"", nowhere, false},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(std::string(c.password) + " " + c.pass_file);
+    const AppRun run = RunApp({"--data-dir", dir.path().string(), "--lang", "en", "--connect",
+                               as_role, "--table", "People"},
+                              "quit\n", {{"PGPASSWORD", c.password}, {"PGPASSFILE", c.pass_file}});
+    EXPECT_EQ(run.exit_code, c.connects ? 0 : 1) << run.output;
+    EXPECT_EQ(run.output.find("Varnel: People, 1 rows.") != npos, c.connects) << run.output;
+    EXPECT_EQ(run.output.find("password") != npos, !c.connects);  // "... authentication failed"
+    EXPECT_EQ(run.output.find("wrong-pw-guess"), npos) << run.output;
   }
 }
 
