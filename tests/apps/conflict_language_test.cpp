@@ -25,10 +25,9 @@ TEST_F(AppSession, ChangesBySecondConnectionAreResolvedEitherWay) {
            "\nset Quantity 8\nnext\nconflict\nkeep-mine\nkeep-mine\nquit\n");
   const AppRun run = app.Finish();
   EXPECT_EQ(CountLines(run.output, kConflict), 2) << run.output;
-  EXPECT_NE(run.output.find("Someone else changed this row after it was read"), npos);
-  EXPECT_NE(run.output.find("  ! Note"), npos);
-  EXPECT_NE(run.output.find("Saved row " + Goto(edited).substr(5) + "."), npos);
-  EXPECT_NE(run.output.find("There is no conflict to resolve."), npos);
+  ExpectShown(run.output,
+              {"Someone else changed this row after it was read", "  ! Note",
+               "Saved row " + Goto(edited).substr(5) + ".", "There is no conflict to resolve."});
   EXPECT_EQ(Scalar("SELECT Qty FROM Orders" + where), Variant(int32_t{8}));
   EXPECT_EQ(Scalar("SELECT COUNT(*) FROM Orders WHERE OrderId = " + std::to_string(deleted)),
             Variant(int32_t{1}));

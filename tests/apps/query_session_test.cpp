@@ -90,9 +90,8 @@ TEST_F(AppSession, RefineStartsFromTheLastCriteriaAndAnEmptyConditionIsReported)
             (std::vector<int32_t>{Scalar(where + " AND Qty >= 10").ToLong(), Scalar(where).ToLong(),
                                   300}))
       << run.output;
-  EXPECT_NE(run.output.find("Select * From Orders Where "), std::string::npos);
-  EXPECT_NE(run.output.find("Query mode: type criteria"), std::string::npos);
-  EXPECT_NE(run.output.find("[Error] Error:94 'Quantity' can not be null."), std::string::npos);
+  ExpectShown(run.output, {"Select * From Orders Where ", "Query mode: type criteria",
+                           "[Error] Error:94 'Quantity' can not be null."});
   // Cancel keeps the rows of the last run; clear and refresh bring all back.
   EXPECT_NE(StatusLines(run.output).back().find("of 300 | Browse"), std::string::npos);
 }
