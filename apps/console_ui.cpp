@@ -50,15 +50,22 @@ int32_t ConsoleUi::MsgBox(const std::string& Prompt, int32_t, const std::string&
   return 1;  // OK
 }
 
-// A refusal of the database is told in plain words, what was refused and
-// where the database's words are; other errors stay as the library says them.
+// A refusal of the database is told in plain words, and where the database's
+// own words and the statement are. The library's message for a refused save
+// says in its first line what to correct (the database's words follow on the
+// next); a bare refusal gets the console's words for what was refused. Other
+// errors stay as the library says them.
 std::string ConsoleUi::Plain(const std::string& number_line, const std::string& description) {
   const ErrorInfo* refusal = Refusal(description);
   if (refusal == nullptr) {
     return number_line + " " + description;
   }
   details_ = description;
-  return Tr(RefusalText(*refusal));
+  const size_t first_line_end = description.find('\n');
+  if (first_line_end == std::string::npos) {
+    return Tr(RefusalText(*refusal));
+  }
+  return description.substr(0, first_line_end) + " " + Tr(Text::DetailsHint);
 }
 
 // One line per message; the further lines of a long text are indented under it.

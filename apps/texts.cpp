@@ -89,6 +89,8 @@ constexpr std::array<TextRow, static_cast<size_t>(Text::Count)> kTexts = {{
     {Text::DatabaseRefusedLoad,
      "The database refused to read the rows. Type details to see its reason and the statement.",
      "数据库拒绝读取数据。输入 details 查看原因和语句。"},
+    {Text::DetailsHint, "Type details to see the database's own words and the statement.",
+     "输入 details 查看数据库的原文和语句。"},
     {Text::NoDetails, "The database has refused nothing so far.", "数据库尚未拒绝任何操作。"},
     {Text::ConfirmDelete,
      "Delete row {row}? It goes from the database when the row is left. (yes/no) ",

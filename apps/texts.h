@@ -45,6 +45,7 @@ enum class Text {
   DeletedRow,
   DatabaseRefusedChange,
   DatabaseRefusedLoad,
+  DetailsHint,
   NoDetails,
   ConfirmDelete,
   NotDeleted,

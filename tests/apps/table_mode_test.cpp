@@ -140,9 +140,10 @@ TEST_P(AppOnTable, ConnectionsOpenOrFailWithoutEchoingSecrets) {
   }
 }
 
-// What the database refuses is told in plain words, whether it refused to
-// read the rows or to take a change: the statement and its words come with
-// details. A refused query stays in query mode; a refused save keeps the edit.
+// What the database refuses is told in plain words (the library's own for a
+// refused save, the console's when it refused to read the rows); the
+// statement and its words come with details. A refused query stays in query
+// mode; a refused save keeps the edit.
 TEST_P(AppOnTable, DatabaseRefusalsAreToldPlainlyWithDetailsOnRequest) {
   const struct {
     const char* script;
@@ -153,7 +154,9 @@ TEST_P(AppOnTable, DatabaseRefusalsAreToldPlainlyWithDetailsOnRequest) {
       {"query\nset Name Ada\nrun\ndetails\ncancel\nquit\n",
        "[Error] The database refused to read the rows. Type details", "From People Where", "Query"},
       {"set Score 1\nsave\ndetails\nundo\nquit\n",
-       "[Error] The database refused this change. Type details", "People", "Modified"},
+       "Your changes are kept: correct the values or try again. Type details to see the "
+       "database's own words",
+       "People", "Modified"},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.script);
