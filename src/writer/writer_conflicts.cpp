@@ -13,10 +13,6 @@
 namespace varnel::internal {
 namespace {
 
-bool IsPendingEdit(Enum_EditStatus status) {
-  return status == E_Modify || status == E_Delete || status == E_ModifyDelete;
-}
-
 bool SameValue(const Variant& a, const Variant& b) {
   return a.IsBlank() ? b.IsBlank() : !b.IsBlank() && ValuesEqual(a, b);
 }
@@ -178,7 +174,8 @@ bool TableWriterEngine::WasWritten(const Target& target, const RowChange& writte
 Enum_EditRecord TableWriterEngine::KeepMine() {
   if (!PendingConflict()) {
     MdlProcess::ShowErr(LoadResString(101), kRowNotLocatedError,
-                        WriterMessage(WriterText::NoConflict), recordset_.SysErrState);
+                        WriterMessage(WriterText::NoConflict),
+                        PendingEdit(recordset_).ErrorState());
     return E_Defeat;
   }
   const ModeScope scope(mode_, Mode::kKeepMine);
@@ -203,7 +200,7 @@ Enum_EditRecord TableWriterEngine::TakeTheirs(const std::string& table,
   const PendingEdit rs(recordset_);
   if (!PendingConflict()) {
     MdlProcess::ShowErr(LoadResString(101), kRowNotLocatedError,
-                        WriterMessage(WriterText::NoConflict), recordset_.SysErrState);
+                        WriterMessage(WriterText::NoConflict), rs.ErrorState());
     return E_Defeat;
   }
   const Conflict conflict = *conflict_;
@@ -211,8 +208,7 @@ Enum_EditRecord TableWriterEngine::TakeTheirs(const std::string& table,
     const Target target = TargetOf(table, connection);
     const auto now = ReadRow(target, conflict.change.before);
     const int32_t row = EditedRow(rs, conflict.shown.EditStatus);
-    for (int layers = 0; IsPendingEdit(rs.Status()) && (now || rs.Status() == E_Modify);
-         ++layers) {
+    for (int layers = 0; rs.ChangesLoadedRow() && (now || rs.Status() == E_Modify); ++layers) {
       if (layers == 2 || recordset_.UndoRecord()) {
         return E_Defeat;  // a client refused the undo; it was told why
       }
@@ -235,7 +231,7 @@ Enum_EditRecord TableWriterEngine::TakeTheirs(const std::string& table,
     conflict_.reset();
     return E_Succeed;
   } catch (...) {
-    ReportCurrentException(recordset_.SysErrState);
+    ReportCurrentException(rs.ErrorState());
     return E_Defeat;
   }
 }
