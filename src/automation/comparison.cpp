@@ -28,7 +28,7 @@ __int128 ExactUnits(const Variant& value) {
       return __int128{value.AsLongLong()} * 10000;
     case vbBoolean:
       return value.AsBoolean() ? -10000 : 0;
-    default:
+    default:  // Currency, the one exact kind left (Decimal compares as a Decimal)
       return value.AsCurrency().Value;
   }
 }
@@ -36,8 +36,9 @@ __int128 ExactUnits(const Variant& value) {
 double RealValue(const Variant& value) {
   switch (value.VarType()) {
     case vbDouble:
-    case vbDate:
       return value.AsDouble();
+    case vbDate:
+      return value.AsDate().Value;
     case vbCurrency:
       return internal::CurrencyToDouble(value.AsCurrency());
     case vbDecimal:
@@ -60,7 +61,7 @@ bool NumbersEqual(const Variant& a, const Variant& b) {
 bool TextEqualsValue(std::string_view text, const Variant& value) {
   if (value.VarType() == vbDate) {
     std::optional<Date> date = internal::ParseDateText(text);
-    return date && date->Value == value.AsDouble();
+    return date && *date == value.AsDate();
   }
   if (value.VarType() == vbLongLong || value.VarType() == vbDecimal) {
     // Read exactly: "9007199254740993" is not equal to 9007199254740992.

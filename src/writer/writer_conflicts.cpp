@@ -14,10 +14,6 @@
 namespace varnel::internal {
 namespace {
 
-bool IsPendingEdit(Enum_EditStatus status) {
-  return status == E_Modify || status == E_Delete || status == E_ModifyDelete;
-}
-
 bool SameValue(const Variant& a, const Variant& b) {
   return a.IsBlank() ? b.IsBlank() : !b.IsBlank() && ValuesEqual(a, b);
 }
@@ -203,7 +199,8 @@ bool TableWriterEngine::WasWritten(const Target& target, const RowChange& writte
 Enum_EditRecord TableWriterEngine::KeepMine() {
   if (!PendingConflict()) {
     MdlProcess::ShowErr(LoadResString(101), kRowNotLocatedError,
-                        WriterMessage(WriterText::NoConflict), recordset_.SysErrState);
+                        WriterMessage(WriterText::NoConflict),
+                        PendingEdit(recordset_).ErrorState());
     return E_Defeat;
   }
   const ModeScope scope(mode_, Mode::kKeepMine);
@@ -229,7 +226,7 @@ Enum_EditRecord TableWriterEngine::TakeTheirs(const std::string& table,
   const PendingEdit rs(recordset_);
   if (!PendingConflict()) {
     MdlProcess::ShowErr(LoadResString(101), kRowNotLocatedError,
-                        WriterMessage(WriterText::NoConflict), recordset_.SysErrState);
+                        WriterMessage(WriterText::NoConflict), rs.ErrorState());
     return E_Defeat;
   }
   const Conflict conflict = *conflict_;
@@ -260,7 +257,7 @@ Enum_EditRecord TableWriterEngine::TakeTheirs(const std::string& table,
     conflict_.reset();
     return E_Succeed;
   } catch (...) {
-    ReportCurrentException(recordset_.SysErrState);
+    ReportCurrentException(rs.ErrorState());
     return E_Defeat;
   }
 }
