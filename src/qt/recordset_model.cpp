@@ -27,6 +27,14 @@ RecordsetModel::~RecordsetModel() {
   rs_.Unadvise(cookie_);
 }
 
+QModelIndex RecordsetModel::index(int Row, int Column, const QModelIndex& Parent) const {
+  // Views ask for every visible cell on every paint: no virtual calls on the way.
+  if (Parent.isValid() || Row < 0 || Row >= rows_ || Column < 0 || Column >= columns_) {
+    return {};
+  }
+  return createIndex(Row, Column);
+}
+
 int RecordsetModel::rowCount(const QModelIndex& Parent) const {
   return Parent.isValid() ? 0 : rows_;
 }
@@ -40,18 +48,20 @@ QVariant RecordsetModel::data(const QModelIndex& Index, int Role) const {
   if (!Index.isValid() || row > rs_.Rows() || Index.column() >= columns_) {
     return {};
   }
-  const ClsFields* field = fields_[static_cast<size_t>(Index.column())].get();
+  const size_t column = static_cast<size_t>(Index.column());
+  const ClsFields* field = fields_[column].get();
   const ValueKind kind = KindOf(*field);
   switch (Role) {
     case Qt::DisplayRole:
-      return detail::DisplayText(*field, detail::StoredValue(*field, row), row);
+      return detail::DisplayText(*field, kind, detail::StoredValue(*field, row), signs_[column],
+                                 row);
     case Qt::EditRole:
       return detail::EditValue(*field, detail::StoredValue(*field, row));
     case Qt::CheckStateRole: {
       if (kind != ValueKind::kBoolean) {
         return {};
       }
-      const Variant value = detail::StoredValue(*field, row);
+      const Variant& value = detail::StoredValue(*field, row);
       return value.IsBlank() || !value.ToBool() ? Qt::Unchecked : Qt::Checked;
     }
     case Qt::TextAlignmentRole:
@@ -99,11 +109,11 @@ Qt::ItemFlags RecordsetModel::flags(const QModelIndex& Index) const {
   }
   Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
   const int32_t row = Index.row() + 1;
-  if (row > rs_.Rows() || Index.column() >= rs_.Count() || rs_.EditStatus() == E_Query ||
+  if (row > rs_.Rows() || Index.column() >= columns_ || rs_.EditStatus() == E_Query ||
       rs_.EditStatus() == E_Nothing) {
     return flags;
   }
-  const auto field = rs_.Item(Index.column() + 1);
+  const auto& field = fields_[static_cast<size_t>(Index.column())];
   const bool computed = !field->ComputeString.empty() || field->FieldType == F_AutoCoding;
   const bool allowed =
       rs_.EditStatus() == E_AddNew || rs_.EditStatus() == E_Copy ? rs_.EditAddNew : rs_.EditModify;
@@ -159,11 +169,11 @@ QString RecordsetModel::RowStateText(int32_t Row) const {
 
 QVariant RecordsetModel::headerData(int Section, Qt::Orientation Orientation, int Role) const {
   if (Orientation == Qt::Horizontal) {
-    if (Section < 0 || Section >= rs_.Count()) {
+    if (Section < 0 || Section >= columns_) {
       return {};
     }
     if (Role == Qt::DisplayRole) {
-      return detail::Caption(*rs_.Item(Section + 1));
+      return detail::Caption(*fields_[static_cast<size_t>(Section)]);
     }
     return {};
   }
@@ -314,6 +324,10 @@ void RecordsetModel::CatchUp() {
 void RecordsetModel::TakeFields() {
   fields_.assign(rs_.begin(), rs_.end());
   columns_ = static_cast<int32_t>(fields_.size());
+  signs_.clear();
+  for (const auto& field : fields_) {
+    signs_.push_back(detail::SignField(*field));
+  }
 }
 
 }  // namespace varnel::qt

@@ -38,6 +38,8 @@ class RecordsetModel : public QAbstractTableModel, private ClsRecordsetEvents, p
   /// The recordset shown.
   ClsRecordset& Recordset() const { return rs_; }
 
+  /// The cell at 0-based Row and Column; invalid outside the rows and fields the views know.
+  QModelIndex index(int Row, int Column, const QModelIndex& Parent = QModelIndex()) const override;
   /// Rows of the recordset (0 for a child index).
   int rowCount(const QModelIndex& Parent = QModelIndex()) const override;
   /// Fields of the recordset (0 for a child index).
@@ -105,6 +107,7 @@ class RecordsetModel : public QAbstractTableModel, private ClsRecordsetEvents, p
 
   ClsRecordset& rs_;
   std::vector<std::shared_ptr<ClsFields>> fields_;  // by column: no lookup per cell
+  std::vector<const ClsFields*> signs_;  // by column: the field holding the currency sign
   int32_t cookie_ = 0;
   int32_t observer_cookie_ = 0;
   int32_t rows_ = 0;     // the row count the views know
