@@ -80,6 +80,7 @@ class MainWindow : public QMainWindow {
   void Retranslate();
   void SwitchLanguage(int32_t language);
   bool ResolvePendingEdit();  // false when the user chose to stay
+  void CountSelectedRows();   // once per change of the marks, not per status-bar update
 
   ClsRecordset& rs_;
   TableWriter* writer_ = nullptr;
@@ -92,6 +93,7 @@ class MainWindow : public QMainWindow {
   QLabel* row_label_;
   QLabel* status_label_;
   QLabel* totals_label_;
+  int32_t selected_rows_ = 0;
 };
 
 }  // namespace varnel::screen

@@ -27,15 +27,18 @@ QString AmountText(int64_t units) {
          QString::number(shown).rightJustified(decimals, '0');
 }
 
+QString SignedAmountText(const Variant& value, const QString& sign) {
+  const Currency amount = value.VarType() == vbCurrency ? value.AsCurrency() : value.ToCurrency();
+  const QString digits = AmountText(amount.Value);
+  return amount.Value < 0 ? "-" + sign + digits.mid(1) : sign + digits;
+}
+
 namespace {
 
 // The amount with the row's sign before it: "$12.50", "-€3.10".
 QString CurrencyText(const Variant& value, const ClsFields* sign_field, int32_t row) {
-  const Currency amount = value.VarType() == vbCurrency ? value.AsCurrency() : value.ToCurrency();
   const Variant& sign = sign_field != nullptr ? StoredValue(*sign_field, row) : kNoValue;
-  const QString sign_text = sign.IsBlank() ? QString() : ToQString(CStr(sign));
-  const QString digits = AmountText(amount.Value);
-  return amount.Value < 0 ? "-" + sign_text + digits.mid(1) : sign_text + digits;
+  return SignedAmountText(value, sign.IsBlank() ? QString() : ToQString(CStr(sign)));
 }
 
 // Dates are written in place: grids show one in every visible row.
@@ -229,6 +232,10 @@ QString DisplayText(const ClsFields& Field, const Variant& Value, int32_t Row) {
     Row = Field.Parent->AbsolutePosition();
   }
   return detail::DisplayText(Field, Value, Row);
+}
+
+QString AmountText(const Variant& Amount, const QString& Sign) {
+  return Amount.IsBlank() ? QString() : detail::SignedAmountText(Amount, Sign);
 }
 
 }  // namespace varnel::qt

@@ -36,6 +36,8 @@ const ClsFields* SignField(const ClsFields& field);
 
 // An amount of 1/10000 units with two decimals, or up to four when it has them.
 QString AmountText(int64_t units);
+// A non-blank amount with sign before it: "$12.50", "-€3.10".
+QString SignedAmountText(const Variant& value, const QString& sign);
 
 // The text a cell shows for value in row (the currency sign is the symbol of that row).
 QString DisplayText(const ClsFields& field, const Variant& value, int32_t row);

@@ -90,6 +90,7 @@ TEST_P(ModelTest, CellsShowTheirKindAndFollowTheEditRules) {
   EXPECT_EQ(model.data(date).toString(), QDate(1899, 12, 30).addDays(45001).toString("yyyy-MM-dd"));
   EXPECT_EQ(model.data(date, Qt::EditRole).toDate(), QDate(1899, 12, 30).addDays(45001));
   EXPECT_TRUE(model.data(qty, Qt::TextAlignmentRole).value<Qt::Alignment>() & Qt::AlignRight);
+  EXPECT_EQ(model.data(model.index(1, 7)).toString(), QStringLiteral("€200.00")) << "its row's sign";
   EXPECT_TRUE(model.flags(qty) & Qt::ItemIsEditable);
   EXPECT_FALSE(model.flags(model.index(0, 6)) & Qt::ItemIsEditable) << "Amount is computed";
   EXPECT_TRUE(model.flags(paid) & Qt::ItemIsUserCheckable);

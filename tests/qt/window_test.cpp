@@ -143,17 +143,30 @@ TEST_P(WindowTest, KeyboardAndMouseMoveTheCurrentRowAndAVetoedMoveStays) {
   EXPECT_EQ(window->Grid().currentIndex().row(), 4) << "the cursor went back";
 }
 
+// Each currency is totalled on its own: dollars, yuan and euros are never added up.
 TEST_P(WindowTest, ShiftAndCtrlClicksSelectRowsAndTheStatusBarTotalsThem) {
-  Click(1, 1);
-  Click(3, 1, Qt::ShiftModifier);
-  EXPECT_EQ(rs.SelectState(), S_Multi);
-  EXPECT_TRUE(window->TotalsText().contains("Selected 3 rows: Qty 12"))
-      << window->TotalsText().toStdString();
-  Click(5, 1, Qt::ControlModifier);
-  EXPECT_TRUE(window->TotalsText().contains("Selected 4 rows: Qty 22"));
-  EXPECT_TRUE(window->TotalsText().startsWith("Total: Qty 30"));
+  const QString all = "Total: Qty 30   Amount 137.5   Fee $400.00 + ¥400.00 + €700.00";
+  EXPECT_EQ(window->TotalsText().toStdString(), all.toStdString());
+  struct Step {
+    int row;
+    Qt::KeyboardModifiers keys;
+    const char* selected;  // "" when no row is marked
+  };
+  const Step steps[] = {
+      {1, Qt::NoModifier, ""},
+      {3, Qt::ShiftModifier, "Selected 3 rows: Qty 12   Amount 35   Fee $400.00 + €200.00"},
+      {5, Qt::ControlModifier, "Selected 4 rows: Qty 22   Amount 97.5   Fee $400.00 + €700.00"},
+      {1, Qt::ControlModifier, "Selected 3 rows: Qty 20   Amount 95   Fee $300.00 + €700.00"},
+  };
+  for (const Step& step : steps) {
+    Click(step.row, 1, step.keys);
+    const QString expected = QString(step.selected).isEmpty() ? all : all + "   " + step.selected;
+    EXPECT_EQ(window->findChild<QLabel*>("TotalsLabel")->text().toStdString(),
+              expected.toStdString())
+        << step.row;
+  }
   window->Action(Command::kClearSelection)->trigger();
-  EXPECT_FALSE(window->TotalsText().contains("Selected"));
+  EXPECT_EQ(window->TotalsText().toStdString(), all.toStdString());
 }
 
 TEST_P(WindowTest, QueryModeTakesCriteriaInTheFormRunsAndCancels) {
