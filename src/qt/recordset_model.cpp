@@ -4,6 +4,7 @@
 #include <QGuiApplication>
 #include <QPalette>
 
+#include "fields/field_access.h"
 #include "qt/texts.h"
 #include "qt/value_convert.h"
 
@@ -45,7 +46,7 @@ int RecordsetModel::columnCount(const QModelIndex& Parent) const {
 
 QVariant RecordsetModel::data(const QModelIndex& Index, int Role) const {
   const int32_t row = Index.row() + 1;
-  if (!Index.isValid() || row > rs_.Rows() || Index.column() >= columns_) {
+  if (!Index.isValid() || row > rs_.Rows() || Index.column() >= columns_ || reset_pending_) {
     return {};
   }
   const size_t column = static_cast<size_t>(Index.column());
@@ -272,22 +273,43 @@ void RecordsetModel::RowsRemoved(int32_t First, int32_t Count) {
   }
 }
 
+// A load reads into fresh storage and puts the rows it replaced back when it
+// fails or is cancelled. The views are reset only once the new rows are in:
+// rows that came back as they were keep the views' cursor, scrolling and widths.
 void RecordsetModel::RowsAboutToBeReset() {
   if (bracket_++ == 0) {
-    beginResetModel();
+    reset_pending_ = true;
+    rows_before_reset_ = RowsMark();
   }
 }
 
 void RecordsetModel::RowsReset() {
   if (bracket_ == 1) {
-    rows_ = rs_.Rows();
-    TakeFields();
-    current_ = rs_.AbsolutePosition();
-    endResetModel();
+    reset_pending_ = false;
+    const bool same_rows =
+        RowsMark() == rows_before_reset_ && rows_ == rs_.Rows() && columns_ == rs_.Count();
+    if (same_rows) {
+      if (rows_ > 0 && columns_ > 0) {
+        emit dataChanged(index(0, 0), index(rows_ - 1, columns_ - 1));  // painted blank meanwhile
+      }
+    } else {
+      beginResetModel();
+      rows_ = rs_.Rows();
+      TakeFields();
+      current_ = rs_.AbsolutePosition();
+      endResetModel();
+    }
+    reloaded_ = !same_rows;
   }
-  if (--bracket_ == 0) {
+  if (--bracket_ == 0 && reloaded_) {
+    reloaded_ = false;
     emit RowsReloaded();
   }
+}
+
+const void* RecordsetModel::RowsMark() const {
+  const auto first = rs_.begin();
+  return first == rs_.end() ? nullptr : internal::FieldAccess::Values(**first).data();
 }
 
 void RecordsetModel::RowChanged(int32_t Row) {
