@@ -54,6 +54,7 @@ int Run(const app::Options& options) {
   Session session(options, connection);
   MainWindow window(session.Recordset());
   window.SetWriter(&session.Writer());
+  window.SetScreenNames(session.Names());
   qt::LoadProgressDialog progress(session.Recordset(), *connection, &window);
   window.show();
   session.Recordset().InitDataSource();

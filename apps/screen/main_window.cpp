@@ -189,6 +189,7 @@ void MainWindow::Retranslate() {
   actions_[C::kEnglish]->setChecked(!chinese);
   actions_[C::kChinese]->setChecked(chinese);
   setWindowTitle(Tr("%1 - varnel-screen").arg(QString::fromStdString(rs_.TableName)));
+  app::ApplyNames(rs_, names_, GetThreadUILanguage());
   model_->RetranslateHeaders();
   form_->Retranslate();
   UpdateStatusBar();

@@ -7,9 +7,11 @@
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QTableWidget>
 #include <QTest>
 #include <QTimer>
+#include <algorithm>
 #include <functional>
 
 #include "main_window.h"
@@ -208,8 +210,26 @@ TEST_P(WindowTest, ARefusedSaveShowsTheErrorDialogAndKeepsTheEdit) {
 }
 
 TEST_P(WindowTest, TheLanguageSwitchesWhileRunning) {
+  app::ScreenNames names;
+  names.by_field["Customer"] = {"Customer", "客户"};
+  window->SetScreenNames(names);
+  QSignalSpy headers(&window->Model(), &QAbstractItemModel::headerDataChanged);
+  const auto header = [&] { return window->Model().headerData(1, Qt::Horizontal).toString(); };
   window->Action(Command::kChinese)->trigger();
   QCoreApplication::sendPostedEvents(nullptr, QEvent::LanguageChange);
+  EXPECT_EQ(header(), "客户");
+  EXPECT_TRUE(std::any_of(headers.begin(), headers.end(), [](const QList<QVariant>& signal) {
+    return signal.at(0).value<Qt::Orientation>() == Qt::Horizontal;
+  })) << "the views are told to read the headers again";
+  const auto caption = [&] {
+    for (const QLabel* label : window->Form().findChildren<QLabel*>()) {
+      if (label->buddy() == window->Form().Editor("Customer")) {
+        return label->text();
+      }
+    }
+    return QString();
+  };
+  EXPECT_EQ(caption(), "客户");
   EXPECT_EQ(window->Action(Command::kSave)->text(), "保存(&S)");
   EXPECT_EQ(window->StatusText(), "浏览");
   EXPECT_EQ(window->RowText(), "第 1 行，共 5 行");
@@ -218,6 +238,8 @@ TEST_P(WindowTest, TheLanguageSwitchesWhileRunning) {
   QCoreApplication::sendPostedEvents(nullptr, QEvent::LanguageChange);
   EXPECT_EQ(window->Action(Command::kSave)->text(), "&Save");
   EXPECT_EQ(LoadResString(101), "Error");
+  EXPECT_EQ(header(), "Customer");
+  EXPECT_EQ(caption(), "Customer");
 }
 
 TEST_P(WindowTest, ClosingWithAPendingEditAsksSaveDiscardOrCancel) {
