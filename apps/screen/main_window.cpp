@@ -296,6 +296,9 @@ Enum_EditRecord MainWindow::Save() {
   if (answer == E_Defeat && writer_ != nullptr && writer_->PendingConflict()) {
     return qt::ConflictDialog::Resolve(*writer_, this);
   }
+  if (answer != E_Succeed) {
+    form_->ShowRefusal(LastError());  // the field to correct, as the library names it
+  }
   return answer;
 }
 

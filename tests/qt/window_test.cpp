@@ -207,6 +207,8 @@ TEST_P(WindowTest, ARefusedSaveShowsTheErrorDialogAndKeepsTheEdit) {
   EXPECT_EQ(rs.EditStatus(), E_Modify);
   EXPECT_TRUE(rs.Item("Customer")->GetValue().IsBlank());
   EXPECT_EQ(Stored("Customer", 1), Variant("Avery"));
+  EXPECT_EQ(window->focusWidget(), FormLine("Customer")) << "the field the library named";
+  EXPECT_EQ(FormLine("Customer")->toolTip(), description);
 }
 
 TEST_P(WindowTest, TheLanguageSwitchesWhileRunning) {
