@@ -4,23 +4,10 @@
 
 #include <cstdlib>
 
+#include "varnel/date_display.h"
+
 namespace varnel::app {
 namespace {
-
-const char* DatePattern(Enum_DateType type) {
-  switch (type) {
-    case D_YMDHN:
-      return "yyyy-mm-dd hh:nn";
-    case D_YMD:
-      return "yyyy-mm-dd";
-    case D_HNS:
-      return "hh:nn:ss";
-    case D_HN:
-      return "hh:nn";
-    default:
-      return "yyyy-mm-dd hh:nn:ss";
-  }
-}
 
 // Two decimals, or up to four when the amount has them: 12.50, 0.1234.
 std::string CurrencyText(Currency amount) {
@@ -40,7 +27,7 @@ std::string ValueText(const ClsFields& field, const Variant& value) {
       return value.ToBool() ? "[x]" : "[ ]";
     }
     if (value.VarType() == vbDate) {
-      return Format(value, DatePattern(field.DateType));
+      return DateDisplayText(value, field.DateType);
     }
     if (value.VarType() == vbCurrency) {
       return CurrencyText(value.AsCurrency());

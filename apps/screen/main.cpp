@@ -5,6 +5,7 @@
 #include <QInputDialog>
 #include <QMessageBox>
 #include <iostream>
+#include <optional>
 
 #include "main_window.h"
 #include "options.h"
@@ -18,31 +19,35 @@
 namespace varnel::screen {
 namespace {
 
-bool AsksForPassword(const VbError& error) {
-  const std::string& text = error.Description();
-  return text.find("password") != std::string::npos;
-}
-
-std::string AskPassword() {
+// The password typed into a prompt that says why it is asked; nullopt when cancelled.
+std::optional<std::string> AskPassword(const QString& reason) {
   bool given = false;
-  const QString password = QInputDialog::getText(nullptr, "varnel-screen", Tr("Password:"),
+  const QString label = reason.isEmpty() ? Tr("Password:") : reason + "\n\n" + Tr("Password:");
+  const QString password = QInputDialog::getText(nullptr, "varnel-screen", label,
                                                  QLineEdit::Password, QString(), &given);
-  return given ? password.toStdString() : std::string();
+  return given ? std::optional<std::string>(password.toStdString()) : std::nullopt;
 }
 
-// Opens the connection; --password, or a database that wants a password,
-// gets one from a prompt.
+// Opens the connection; --password asks for the password first. A database
+// that refuses a connection made without one (its number says the database
+// refused, whatever its words) is offered one from a prompt that shows why.
 std::shared_ptr<db::Connection> Connect(const app::Options& options,
                                         const std::string& connection_string, bool can_ask) {
   auto connection = std::make_shared<db::Connection>();
-  const std::string password = options.ask_password && can_ask ? AskPassword() : "";
+  const std::string password =
+      options.ask_password && can_ask ? AskPassword(QString()).value_or("") : "";
   try {
     connection->Open(connection_string, "", password);
   } catch (const VbError& error) {
-    if (!can_ask || !password.empty() || !AsksForPassword(error)) {
+    if (!can_ask || !password.empty() || error.Number() != Err_Provider) {
       throw;
     }
-    connection->Open(connection_string, "", AskPassword());
+    const std::optional<std::string> retry =
+        AskPassword(QString::fromStdString(error.Description()));
+    if (!retry) {
+      throw;
+    }
+    connection->Open(connection_string, "", *retry);
   }
   return connection;
 }
@@ -54,6 +59,7 @@ int Run(const app::Options& options) {
   Session session(options, connection);
   MainWindow window(session.Recordset());
   window.SetWriter(&session.Writer());
+  window.SetScreenNames(session.Names());
   qt::LoadProgressDialog progress(session.Recordset(), *connection, &window);
   window.show();
   session.Recordset().InitDataSource();

@@ -53,9 +53,13 @@ MainWindow::MainWindow(ClsRecordset& Recordset, QWidget* Parent)
 
   MakeActions();
   MakeMenus();
-  for (auto signal : {&qt::RecordsetModel::CurrentRowChanged}) {
-    connect(model_, signal, this, &MainWindow::UpdateStatusBar);
-  }
+  // The count of marked rows first: the status bar that follows shows it.
+  connect(model_, &qt::RecordsetModel::SelectionChanged, this, &MainWindow::CountSelectedRows);
+  connect(model_, &qt::RecordsetModel::RowsReloaded, this, &MainWindow::CountSelectedRows);
+  connect(model_, &QAbstractItemModel::rowsInserted, this, &MainWindow::CountSelectedRows);
+  connect(model_, &QAbstractItemModel::rowsRemoved, this, &MainWindow::CountSelectedRows);
+  CountSelectedRows();
+  connect(model_, &qt::RecordsetModel::CurrentRowChanged, this, &MainWindow::UpdateStatusBar);
   connect(model_, &qt::RecordsetModel::EditStatusChanged, this, &MainWindow::UpdateStatusBar);
   connect(model_, &qt::RecordsetModel::SelectionChanged, this, &MainWindow::UpdateStatusBar);
   connect(model_, &qt::RecordsetModel::RowsReloaded, this, &MainWindow::UpdateStatusBar);
@@ -185,6 +189,7 @@ void MainWindow::Retranslate() {
   actions_[C::kEnglish]->setChecked(!chinese);
   actions_[C::kChinese]->setChecked(chinese);
   setWindowTitle(Tr("%1 - varnel-screen").arg(QString::fromStdString(rs_.TableName)));
+  app::ApplyNames(rs_, names_, GetThreadUILanguage());
   model_->RetranslateHeaders();
   form_->Retranslate();
   UpdateStatusBar();
@@ -220,11 +225,13 @@ QString MainWindow::TotalsText() const {
     return {};
   }
   QString text = Tr("Total: %1").arg(totals.all);
-  if (totals.selected_rows > 1) {
-    text += "   " + Tr("Selected %1 rows: %2").arg(totals.selected_rows).arg(totals.selected);
+  if (rs_.SelectState() == S_Multi && rs_.EditStatus() != E_Query) {
+    text += "   " + Tr("Selected %1 rows: %2").arg(selected_rows_).arg(totals.selected);
   }
   return text;
 }
+
+void MainWindow::CountSelectedRows() { selected_rows_ = SelectedRowCount(rs_); }
 
 void MainWindow::UpdateStatusBar() {
   row_label_->setText(RowText());
@@ -288,6 +295,9 @@ Enum_EditRecord MainWindow::Save() {
   const Enum_EditRecord answer = rs_.UpdateRecord();
   if (answer == E_Defeat && writer_ != nullptr && writer_->PendingConflict()) {
     return qt::ConflictDialog::Resolve(*writer_, this);
+  }
+  if (answer != E_Succeed) {
+    form_->ShowRefusal(LastError());  // the field to correct, as the library names it
   }
   return answer;
 }

@@ -6,6 +6,7 @@
 #include <QMainWindow>
 #include <map>
 
+#include "screen_setup.h"
 #include "varnel/qt/recordset_form.h"
 #include "varnel/qt/recordset_model.h"
 #include "varnel/qt/recordset_view.h"
@@ -57,6 +58,8 @@ class MainWindow : public QMainWindow {
   QString StatusText() const;
   QString TotalsText() const;
 
+  // The fields' display names per language, given to the fields at each switch.
+  void SetScreenNames(app::ScreenNames Names) { names_ = std::move(Names); }
   // Offers Writer's conflict dialog when a save meets someone else's change (not owned).
   void SetWriter(TableWriter* Writer) { writer_ = Writer; }
   // Saves the pending edit, resolving a conflict with the user; UpdateRecord's answer.
@@ -80,9 +83,11 @@ class MainWindow : public QMainWindow {
   void Retranslate();
   void SwitchLanguage(int32_t language);
   bool ResolvePendingEdit();  // false when the user chose to stay
+  void CountSelectedRows();   // once per change of the marks, not per status-bar update
 
   ClsRecordset& rs_;
   TableWriter* writer_ = nullptr;
+  app::ScreenNames names_;
   qt::RecordsetModel* model_;
   qt::RecordsetView* grid_;
   qt::RecordsetForm* form_;
@@ -92,6 +97,7 @@ class MainWindow : public QMainWindow {
   QLabel* row_label_;
   QLabel* status_label_;
   QLabel* totals_label_;
+  int32_t selected_rows_ = 0;
 };
 
 }  // namespace varnel::screen

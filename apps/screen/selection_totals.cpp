@@ -1,8 +1,5 @@
 #include "selection_totals.h"
 
-#include <QLocale>
-#include <vector>
-
 #include "varnel/qt/value_text.h"
 
 namespace varnel::screen {
@@ -12,52 +9,51 @@ QString Caption(const ClsFields& field) {
   return QString::fromStdString(field.DisplayName.empty() ? field.Name : field.DisplayName);
 }
 
-// A total adds rows of any currency, so it is shown without a sign.
-void Append(QString& text, const ClsFields& field, const Variant& value) {
-  QString shown;
-  if (field.FieldType == F_Currency && !value.IsBlank()) {
-    shown = QLocale::c().toString(value.ToDouble(), 'f', 2);
-  } else {
-    shown = qt::DisplayText(field, value);
+// One field's total. Amounts in several currencies are never added together:
+// "$400.00 + ¥400.00 + €700.00", each sign's rows on their own.
+QString TotalText(ClsRecordset& rs, const ClsFields& field, bool selected) {
+  const Variant name(field.Name);
+  QString text;
+  if (field.FieldType == F_Currency) {
+    for (const SymbolTotal& total : rs.SumValueBySymbol(name, selected)) {
+      text += (text.isEmpty() ? "" : " + ") +
+              qt::AmountText(total.Total, QString::fromStdString(total.Symbol));
+    }
+    if (!text.isEmpty()) {
+      return text;
+    }
   }
-  text += (text.isEmpty() ? "" : "   ") + Caption(field) + " " + shown;
+  const Variant total = selected ? rs.SelectedSumValue(name) : field.SumValue;
+  if (field.FieldType == F_Currency) {
+    return qt::AmountText(total.IsBlank() ? Variant(Currency{0}) : total);
+  }
+  return qt::DisplayText(field, total, -1);  // no row: no sign
 }
 
 }  // namespace
 
-// The selected rows' totals are counted here over the selection marks, one
-// pass per change of the selection, until the library keeps them itself.
 SelectionTotals TotalsOf(ClsRecordset& Recordset) {
   SelectionTotals totals;
-  std::vector<std::shared_ptr<ClsFields>> summed;
   for (const auto& field : Recordset) {
     if (field->IsSum) {
-      summed.push_back(field);
-      Append(totals.all, *field, field->SumValue);
+      const QString gap = totals.all.isEmpty() ? "" : "   ";
+      totals.all += gap + Caption(*field) + " " + TotalText(Recordset, *field, false);
+      totals.selected += gap + Caption(*field) + " " + TotalText(Recordset, *field, true);
     }
-  }
-  if (Recordset.SelectState() != S_Multi || Recordset.EditStatus() == E_Query) {
-    totals.selected_rows = Recordset.Rows() > 0 ? 1 : 0;
-    return totals;
-  }
-  std::vector<Variant> sums(summed.size(), Variant(int32_t{0}));
-  const int32_t rows = Recordset.Rows();
-  for (int32_t row = 1; row <= rows; ++row) {
-    if (!Recordset.GetSelectRow(row)) {
-      continue;
-    }
-    ++totals.selected_rows;
-    for (size_t i = 0; i < summed.size(); ++i) {
-      const Variant value = summed[i]->GetValue(row);
-      if (!value.IsBlank()) {
-        sums[i] = sums[i] + value;
-      }
-    }
-  }
-  for (size_t i = 0; i < summed.size(); ++i) {
-    Append(totals.selected, *summed[i], sums[i]);
   }
   return totals;
+}
+
+int32_t SelectedRowCount(ClsRecordset& Recordset) {
+  const int32_t rows = Recordset.Rows();
+  if (Recordset.SelectState() != S_Multi) {
+    return rows > 0 ? 1 : 0;
+  }
+  int32_t count = 0;
+  for (int32_t row = 1; row <= rows; ++row) {
+    count += Recordset.GetSelectRow(row) ? 1 : 0;
+  }
+  return count;
 }
 
 }  // namespace varnel::screen

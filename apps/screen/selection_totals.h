@@ -1,5 +1,5 @@
-// The totals the status bar shows: every summed field over all rows (its
-// SumValue) and over the selected rows.
+// The totals the status bar shows: every summed field over all rows and over
+// the selected rows, as the library keeps them, one amount per currency sign.
 #pragma once
 
 #include <QString>
@@ -9,11 +9,13 @@
 namespace varnel::screen {
 
 struct SelectionTotals {
-  QString all;            // "Quantity 1,204  Amount $5,120.00"; "" when no field is summed
-  QString selected;       // the same over the selected rows
-  int selected_rows = 0;  // rows counted as selected (the current one when none is marked)
+  QString all;       // "Qty 30   Fee $400.00 + ¥400.00 + €700.00"; "" when no field is summed
+  QString selected;  // the same over the selected rows (the current row when none is marked)
 };
 
 SelectionTotals TotalsOf(ClsRecordset& Recordset);
+
+// How many rows are marked selected; 1 for the current row when none is (S_None), 0 without rows.
+int32_t SelectedRowCount(ClsRecordset& Recordset);
 
 }  // namespace varnel::screen

@@ -7,6 +7,7 @@ namespace varnel::screen {
 Session::Session(const app::Options& Options, std::shared_ptr<db::Connection> Connection)
     : connection_(std::move(Connection)) {
   app::DefineScreen(Options, connection_, rs_);
+  names_ = app::ReadScreenNames(Options, connection_);
   writer_.emplace(rs_, Options.keys);
   const std::vector<std::string> keys = writer_->KeyColumns();
   app::ProtectKeys(rs_, keys);

@@ -9,6 +9,7 @@
 #include "load_progress.h"
 #include "lock_marks.h"
 #include "options.h"
+#include "screen_setup.h"
 #include "varnel/varnel.h"
 
 namespace varnel::screen {
@@ -25,10 +26,13 @@ class Session {
   ClsRecordset& Recordset() { return rs_; }
   db::Connection& Connection() { return *connection_; }
   TableWriter& Writer() { return *writer_; }
+  // The fields' display names in both languages (none for --table).
+  const app::ScreenNames& Names() const { return names_; }
 
  private:
   std::shared_ptr<db::Connection> connection_;
   ClsRecordset rs_;
+  app::ScreenNames names_;
   std::optional<TableWriter> writer_;
   std::optional<app::ReopenOnRefresh> reopen_;
   std::optional<app::LockMarks> locks_;

@@ -3,6 +3,7 @@
 /// `varnel::varnel` (CMake) or `pkg-config --cflags --libs varnel`.
 #pragma once
 
+#include "varnel/date_display.h"
 #include "varnel/db.h"
 #include "varnel/enums.h"
 #include "varnel/errors.h"

@@ -44,7 +44,7 @@ Number ToNumber(const Variant& value) {
     case vbCurrency:
       return {Rank::Currency, 0, 0, value.AsCurrency().Value};
     case vbDate:
-      return {Rank::Date, 0, value.AsDouble()};
+      return {Rank::Date, 0, value.AsDate().Value};
     case vbBoolean:
       return {Rank::Integer, value.AsBoolean() ? -1 : 0};
     case vbString:

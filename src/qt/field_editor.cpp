@@ -74,8 +74,7 @@ QString EditText(const ClsFields& field, const Variant& value) {
   try {
     switch (KindOf(field)) {
       case ValueKind::kCurrency:
-        return value.VarType() == vbCurrency ? AmountText(value.AsCurrency().Value)
-                                             : AmountText(value.ToCurrency().Value);
+        return SignedAmountText(value, QString());
       case ValueKind::kPercent:
         return QLocale::c().toString(value.ToDouble() * 100, 'g', 12) + "%";
       case ValueKind::kText:

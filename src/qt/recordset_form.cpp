@@ -141,6 +141,27 @@ void RecordsetForm::ShowBinding(const Binding& binding, int32_t row, bool query)
                             !(flags & (Qt::ItemIsEditable | Qt::ItemIsUserCheckable)));
   binding.editor->setProperty("refused", false);
   binding.editor->setStyleSheet(QString());
+  binding.editor->setToolTip(QString());
+}
+
+// What the user typed stays for correcting, marked, with the reason the
+// library gave (a dialog said it too, unless the refusal was a silent one).
+void RecordsetForm::MarkRefused(QWidget* Editor, const ErrorInfo& Error) {
+  Editor->setProperty("refused", true);
+  Editor->setStyleSheet("border: 1px solid #c0392b;");
+  Editor->setToolTip(ToQString(Error.Description));
+}
+
+QWidget* RecordsetForm::ShowRefusal(const ErrorInfo& Error) {
+  if (Error.Kind == K_None || Error.Kind == K_Cancelled || Error.Field.empty()) {
+    return nullptr;
+  }
+  QWidget* editor = Editor(ToQString(Error.Field));
+  if (editor != nullptr) {
+    MarkRefused(editor, Error);
+    editor->setFocus();
+  }
+  return editor;
 }
 
 void RecordsetForm::Commit(const Binding& binding) {
@@ -156,12 +177,9 @@ void RecordsetForm::Commit(const Binding& binding) {
     return;  // nothing changed: no edit starts
   }
   if (!model_.setData(cell, typed, Qt::EditRole)) {
-    // The dialog said why; what the user typed stays for correcting.
-    binding.editor->setProperty("refused", true);
-    binding.editor->setStyleSheet("border: 1px solid #c0392b;");
+    MarkRefused(binding.editor, LastError());
     return;
   }
-  binding.editor->setStyleSheet(QString());
   ShowBinding(binding, row, false);
 }
 

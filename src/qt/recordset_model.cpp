@@ -4,6 +4,7 @@
 #include <QGuiApplication>
 #include <QPalette>
 
+#include "fields/field_access.h"
 #include "qt/texts.h"
 #include "qt/value_convert.h"
 
@@ -27,6 +28,14 @@ RecordsetModel::~RecordsetModel() {
   rs_.Unadvise(cookie_);
 }
 
+QModelIndex RecordsetModel::index(int Row, int Column, const QModelIndex& Parent) const {
+  // Views ask for every visible cell on every paint: no virtual calls on the way.
+  if (Parent.isValid() || Row < 0 || Row >= rows_ || Column < 0 || Column >= columns_) {
+    return {};
+  }
+  return createIndex(Row, Column);
+}
+
 int RecordsetModel::rowCount(const QModelIndex& Parent) const {
   return Parent.isValid() ? 0 : rows_;
 }
@@ -37,21 +46,23 @@ int RecordsetModel::columnCount(const QModelIndex& Parent) const {
 
 QVariant RecordsetModel::data(const QModelIndex& Index, int Role) const {
   const int32_t row = Index.row() + 1;
-  if (!Index.isValid() || row > rs_.Rows() || Index.column() >= columns_) {
+  if (!Index.isValid() || row > rs_.Rows() || Index.column() >= columns_ || reset_pending_) {
     return {};
   }
-  const ClsFields* field = fields_[static_cast<size_t>(Index.column())].get();
+  const size_t column = static_cast<size_t>(Index.column());
+  const ClsFields* field = fields_[column].get();
   const ValueKind kind = KindOf(*field);
   switch (Role) {
     case Qt::DisplayRole:
-      return detail::DisplayText(*field, detail::StoredValue(*field, row), row);
+      return detail::DisplayText(*field, kind, detail::StoredValue(*field, row), signs_[column],
+                                 row);
     case Qt::EditRole:
       return detail::EditValue(*field, detail::StoredValue(*field, row));
     case Qt::CheckStateRole: {
       if (kind != ValueKind::kBoolean) {
         return {};
       }
-      const Variant value = detail::StoredValue(*field, row);
+      const Variant& value = detail::StoredValue(*field, row);
       return value.IsBlank() || !value.ToBool() ? Qt::Unchecked : Qt::Checked;
     }
     case Qt::TextAlignmentRole:
@@ -99,11 +110,11 @@ Qt::ItemFlags RecordsetModel::flags(const QModelIndex& Index) const {
   }
   Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
   const int32_t row = Index.row() + 1;
-  if (row > rs_.Rows() || Index.column() >= rs_.Count() || rs_.EditStatus() == E_Query ||
+  if (row > rs_.Rows() || Index.column() >= columns_ || rs_.EditStatus() == E_Query ||
       rs_.EditStatus() == E_Nothing) {
     return flags;
   }
-  const auto field = rs_.Item(Index.column() + 1);
+  const auto& field = fields_[static_cast<size_t>(Index.column())];
   const bool computed = !field->ComputeString.empty() || field->FieldType == F_AutoCoding;
   const bool allowed =
       rs_.EditStatus() == E_AddNew || rs_.EditStatus() == E_Copy ? rs_.EditAddNew : rs_.EditModify;
@@ -159,11 +170,11 @@ QString RecordsetModel::RowStateText(int32_t Row) const {
 
 QVariant RecordsetModel::headerData(int Section, Qt::Orientation Orientation, int Role) const {
   if (Orientation == Qt::Horizontal) {
-    if (Section < 0 || Section >= rs_.Count()) {
+    if (Section < 0 || Section >= columns_) {
       return {};
     }
     if (Role == Qt::DisplayRole) {
-      return detail::Caption(*rs_.Item(Section + 1));
+      return detail::Caption(*fields_[static_cast<size_t>(Section)]);
     }
     return {};
   }
@@ -262,22 +273,43 @@ void RecordsetModel::RowsRemoved(int32_t First, int32_t Count) {
   }
 }
 
+// A load reads into fresh storage and puts the rows it replaced back when it
+// fails or is cancelled. The views are reset only once the new rows are in:
+// rows that came back as they were keep the views' cursor, scrolling and widths.
 void RecordsetModel::RowsAboutToBeReset() {
   if (bracket_++ == 0) {
-    beginResetModel();
+    reset_pending_ = true;
+    rows_before_reset_ = RowsMark();
   }
 }
 
 void RecordsetModel::RowsReset() {
   if (bracket_ == 1) {
-    rows_ = rs_.Rows();
-    TakeFields();
-    current_ = rs_.AbsolutePosition();
-    endResetModel();
+    reset_pending_ = false;
+    const bool same_rows =
+        RowsMark() == rows_before_reset_ && rows_ == rs_.Rows() && columns_ == rs_.Count();
+    if (same_rows) {
+      if (rows_ > 0 && columns_ > 0) {
+        emit dataChanged(index(0, 0), index(rows_ - 1, columns_ - 1));  // painted blank meanwhile
+      }
+    } else {
+      beginResetModel();
+      rows_ = rs_.Rows();
+      TakeFields();
+      current_ = rs_.AbsolutePosition();
+      endResetModel();
+    }
+    reloaded_ = !same_rows;
   }
-  if (--bracket_ == 0) {
+  if (--bracket_ == 0 && reloaded_) {
+    reloaded_ = false;
     emit RowsReloaded();
   }
+}
+
+const void* RecordsetModel::RowsMark() const {
+  const auto first = rs_.begin();
+  return first == rs_.end() ? nullptr : internal::FieldAccess::Values(**first).data();
 }
 
 void RecordsetModel::RowChanged(int32_t Row) {
@@ -314,6 +346,10 @@ void RecordsetModel::CatchUp() {
 void RecordsetModel::TakeFields() {
   fields_.assign(rs_.begin(), rs_.end());
   columns_ = static_cast<int32_t>(fields_.size());
+  signs_.clear();
+  for (const auto& field : fields_) {
+    signs_.push_back(detail::SignField(*field));
+  }
 }
 
 }  // namespace varnel::qt

@@ -10,54 +10,74 @@ namespace varnel::qt::detail {
 namespace {
 
 const QDate kDayZero(1899, 12, 30);
+const Variant kNoValue;
 constexpr qint64 kMsPerDay = 86400000;
-
-const char* DatePattern(Enum_DateType type) {
-  switch (type) {
-    case D_YMDHN:
-      return "yyyy-mm-dd hh:nn";
-    case D_YMD:
-      return "yyyy-mm-dd";
-    case D_HNS:
-      return "hh:nn:ss";
-    case D_HN:
-      return "hh:nn";
-    default:
-      return "yyyy-mm-dd hh:nn:ss";
-  }
-}
 
 }  // namespace
 
-// Two decimals, or up to four when the amount has them: 12.50, 0.1234.
+// Two decimals, or up to four when the amount has them: 12.50, 0.1234;
+// written from the units, so that no amount is rounded on its way to the screen.
 QString AmountText(int64_t units) {
-  const int decimals = (units % 100 == 0) ? 2 : (units % 10 == 0 ? 3 : 4);
-  return QLocale::c().toString(static_cast<double>(units) / 10000.0, 'f', decimals);
+  const uint64_t magnitude = units < 0 ? 0 - static_cast<uint64_t>(units) : units;
+  const uint64_t fraction = magnitude % 10000;
+  const int decimals = (fraction % 100 == 0) ? 2 : (fraction % 10 == 0 ? 3 : 4);
+  const uint64_t shown =
+      decimals == 2 ? fraction / 100 : (decimals == 3 ? fraction / 10 : fraction);
+  return (units < 0 ? QStringLiteral("-") : QString()) + QString::number(magnitude / 10000) + '.' +
+         QString::number(shown).rightJustified(decimals, '0');
+}
+
+QString SignedAmountText(const Variant& value, const QString& sign) {
+  const Currency amount = value.VarType() == vbCurrency ? value.AsCurrency() : value.ToCurrency();
+  const QString digits = AmountText(amount.Value);
+  return amount.Value < 0 ? "-" + sign + digits.mid(1) : sign + digits;
 }
 
 namespace {
 
-QString CurrencyText(const ClsFields& field, const Variant& value, int32_t row) {
-  const Currency amount = value.VarType() == vbCurrency ? value.AsCurrency() : value.ToCurrency();
-  Variant sign;
-  if (!field.SymbolName.empty() && field.Parent != nullptr) {
-    if (const auto companion = field.Parent->Item(Variant(field.SymbolName))) {
-      sign = StoredValue(*companion, row);
-    }
+// The amount with the row's sign before it: "$12.50", "-€3.10".
+QString CurrencyText(const Variant& value, const ClsFields* sign_field, int32_t row) {
+  const Variant& sign = sign_field != nullptr ? StoredValue(*sign_field, row) : kNoValue;
+  return SignedAmountText(value, sign.IsBlank() ? QString() : ToQString(CStr(sign)));
+}
+
+// Dates are written in place: grids show one in every visible row.
+QString DateText(const Variant& value, Enum_DateType type) {
+  if (value.VarType() != vbDate) {
+    return ToQString(DateDisplayText(value, type));
   }
-  const QString sign_text = sign.IsBlank() ? QString() : ToQString(CStr(sign));
-  if (amount.Value < 0) {
-    return "-" + sign_text + AmountText(-amount.Value);
+  char text[kDateDisplayChars];
+  return QString::fromLatin1(text,
+                             static_cast<qsizetype>(WriteDateDisplay(value.AsDate(), type, text)));
+}
+
+// A whole number in the field's own form (CStr gives the same digits).
+QString WholeNumberText(const Variant& value) {
+  switch (value.VarType()) {
+    case vbLong:
+      return QString::number(value.AsLong());
+    case vbInteger:
+      return QString::number(value.AsInteger());
+    case vbLongLong:
+      return QString::number(value.AsLongLong());
+    default:
+      return ToQString(CStr(value));
   }
-  return sign_text + AmountText(amount.Value);
 }
 
 }  // namespace
 
-Variant StoredValue(const ClsFields& field, int32_t row) {
+const Variant& StoredValue(const ClsFields& field, int32_t row) {
   // The engine's own view of the value array: GetValue reads the criterion in query mode.
   const std::vector<Variant>& values = internal::FieldAccess::Values(field);
-  return row >= 1 && static_cast<size_t>(row) < values.size() ? values[row] : Variant();
+  return row >= 1 && static_cast<size_t>(row) < values.size() ? values[row] : kNoValue;
+}
+
+const ClsFields* SignField(const ClsFields& field) {
+  if (field.FieldType != F_Currency || field.SymbolName.empty() || field.Parent == nullptr) {
+    return nullptr;
+  }
+  return field.Parent->Item(Variant(field.SymbolName)).get();
 }
 
 ValueKind KindOf(const ClsFields& field) {
@@ -94,19 +114,28 @@ bool IsNumeric(ValueKind kind) {
 }
 
 QString DisplayText(const ClsFields& field, const Variant& value, int32_t row) {
+  return DisplayText(field, KindOf(field), value, SignField(field), row);
+}
+
+QString DisplayText(const ClsFields& field, ValueKind kind, const Variant& value,
+                    const ClsFields* sign_field, int32_t row) {
   if (value.IsBlank()) {
     return {};
   }
   try {
-    switch (KindOf(field)) {
+    switch (kind) {
       case ValueKind::kBoolean:
         return {};  // shown by the check state
       case ValueKind::kDate:
       case ValueKind::kDateTime:
       case ValueKind::kTime:
-        return ToQString(Format(value, DatePattern(field.DateType)));
+        return DateText(value, field.DateType);
       case ValueKind::kCurrency:
-        return CurrencyText(field, value, row);
+        return CurrencyText(value, sign_field, row);
+      case ValueKind::kInteger:
+        return WholeNumberText(value);
+      case ValueKind::kText:
+        return value.IsString() ? ToQString(value.StringView()) : ToQString(CStr(value));
       case ValueKind::kPercent:
         return QLocale::c().toString(value.ToDouble() * 100, 'g', 12) + "%";
       default:
@@ -184,7 +213,7 @@ Date FromQDateTime(const QDateTime& when) {
                        : static_cast<double>(days) + fraction};
 }
 
-QString ToQString(const std::string& text) {
+QString ToQString(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
@@ -199,7 +228,14 @@ QString Caption(const ClsFields& field) {
 namespace varnel::qt {
 
 QString DisplayText(const ClsFields& Field, const Variant& Value, int32_t Row) {
+  if (Row == 0 && Field.Parent != nullptr) {
+    Row = Field.Parent->AbsolutePosition();
+  }
   return detail::DisplayText(Field, Value, Row);
+}
+
+QString AmountText(const Variant& Amount, const QString& Sign) {
+  return Amount.IsBlank() ? QString() : detail::SignedAmountText(Amount, Sign);
 }
 
 }  // namespace varnel::qt

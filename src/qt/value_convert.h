@@ -4,6 +4,7 @@
 
 #include <QString>
 #include <QVariant>
+#include <string_view>
 
 #include "varnel/varnel.h"
 
@@ -28,13 +29,21 @@ bool IsNumeric(ValueKind kind);
 
 // The value stored in row, also in query mode (when GetValue gives the
 // criterion): the grid goes on showing the rows while criteria are typed.
-Variant StoredValue(const ClsFields& field, int32_t row);
+// Empty outside the rows; the reference lives while the row's value is unchanged.
+const Variant& StoredValue(const ClsFields& field, int32_t row);
+// The field holding a currency field's sign in each row (its SymbolName); nullptr for none.
+const ClsFields* SignField(const ClsFields& field);
 
 // An amount of 1/10000 units with two decimals, or up to four when it has them.
 QString AmountText(int64_t units);
+// A non-blank amount with sign before it: "$12.50", "-€3.10".
+QString SignedAmountText(const Variant& value, const QString& sign);
 
 // The text a cell shows for value in row (the currency sign is the symbol of that row).
 QString DisplayText(const ClsFields& field, const Variant& value, int32_t row);
+// The same with the field's kind and sign field already known (grids cache them per column).
+QString DisplayText(const ClsFields& field, ValueKind kind, const Variant& value,
+                    const ClsFields* sign_field, int32_t row);
 // The value as the natural Qt type of its kind (QDate, QDateTime, QTime, bool,
 // qlonglong, double, QString); an invalid QVariant for a blank value.
 QVariant EditValue(const ClsFields& field, const Variant& value);
@@ -46,7 +55,7 @@ Variant FromQt(const QVariant& value);
 QDateTime ToQDateTime(Date date);
 Date FromQDateTime(const QDateTime& when);
 
-QString ToQString(const std::string& text);
+QString ToQString(std::string_view text);
 std::string FromQString(const QString& text);
 
 // The caption of a field: DisplayName, else Name.

@@ -90,6 +90,8 @@ TEST_P(ModelTest, CellsShowTheirKindAndFollowTheEditRules) {
   EXPECT_EQ(model.data(date).toString(), QDate(1899, 12, 30).addDays(45001).toString("yyyy-MM-dd"));
   EXPECT_EQ(model.data(date, Qt::EditRole).toDate(), QDate(1899, 12, 30).addDays(45001));
   EXPECT_TRUE(model.data(qty, Qt::TextAlignmentRole).value<Qt::Alignment>() & Qt::AlignRight);
+  EXPECT_EQ(model.data(model.index(1, 7)).toString(), QStringLiteral("€200.00"))
+      << "its row's sign";
   EXPECT_TRUE(model.flags(qty) & Qt::ItemIsEditable);
   EXPECT_FALSE(model.flags(model.index(0, 6)) & Qt::ItemIsEditable) << "Amount is computed";
   EXPECT_TRUE(model.flags(paid) & Qt::ItemIsUserCheckable);
@@ -106,20 +108,42 @@ TEST_P(ModelTest, CellsShowTheirKindAndFollowTheEditRules) {
   EXPECT_TRUE(model.headerData(1, Qt::Vertical).toString().startsWith(QStringLiteral("✎")));
 }
 
-// What the rows are after a failed load is the recordset's rule; the views
-// follow whatever it leaves.
-TEST_P(ModelTest, CancellingALoadStopsItWithoutAnErrorReport) {
+// Cancel in the progress dialog: no error report, and the rows, the status,
+// the current row and the views stay as they were before the refresh.
+TEST_P(ModelTest, ACancelledRefreshKeepsTheRowsAsTheyWere) {
   CaptureScope capture;
   Load();
   qt::RecordsetModel model(rs);
+  qt::RecordsetView view;
+  view.SetRecordsetModel(&model);
   qt::LoadProgressDialog progress(rs, *connection, nullptr);
   progress.SetDelay(0);
-  QObject::connect(&progress, &qt::LoadProgressDialog::RowsRead,
-                   [&] { progress.Dialog()->cancel(); });
+  bool cancel = true;
+  QObject::connect(&progress, &qt::LoadProgressDialog::RowsRead, [&] {
+    if (cancel) {
+      progress.Dialog()->cancel();
+    }
+  });
+  rs.AbsolutePosition(3);
+  connection->Execute("UPDATE Orders SET \"Qty\" = 99 WHERE \"Id\" = 3");
+  connection->Execute("INSERT INTO Orders (\"Id\", \"Customer\") VALUES (6, 'Finley')");
+  int resets = 0;
+  QObject::connect(&model, &QAbstractItemModel::modelReset, [&] { ++resets; });
   EXPECT_TRUE(rs.RefreshDataSource());
   EXPECT_TRUE(progress.Cancelled());
   EXPECT_TRUE(capture.shown().empty()) << "cancelling is not an error";
-  EXPECT_EQ(model.rowCount(), rs.Rows());
+  EXPECT_EQ(rs.Rows(), 5);
+  EXPECT_EQ(model.rowCount(), 5);
+  EXPECT_EQ(model.data(model.index(2, 2)).toString(), "6") << "the value read before";
+  EXPECT_EQ(rs.EditStatus(), E_Default);
+  EXPECT_EQ(rs.AbsolutePosition(), 3);
+  EXPECT_EQ(view.currentIndex().row(), 2);
+  EXPECT_EQ(resets, 0) << "the views keep their rows";
+  cancel = false;
+  EXPECT_FALSE(rs.RefreshDataSource());
+  EXPECT_EQ(model.rowCount(), 6);
+  EXPECT_EQ(model.data(model.index(2, 2)).toString(), "99") << "the rows read now";
+  EXPECT_EQ(resets, 1);
 }
 
 VARNEL_ON_EVERY_PROVIDER(ModelTest);

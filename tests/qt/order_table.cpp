@@ -6,12 +6,15 @@ OrderTable::OrderTable() {
   connection->Open(db.ConnectionString());
   connection->Execute(
       "CREATE TABLE Orders (\"Id\" INTEGER PRIMARY KEY, \"Customer\" VARCHAR(40) NOT NULL,"
-      " \"Qty\" INTEGER, \"Price\" NUMERIC(12,4), \"Paid\" BOOLEAN, \"OrderDate\" DATE)");
+      " \"Qty\" INTEGER, \"Price\" NUMERIC(12,4), \"Paid\" BOOLEAN, \"OrderDate\" DATE,"
+      " \"Fee\" NUMERIC(12,4), \"Sign\" VARCHAR(3))");
   const char* customers[] = {"Avery", "Blake", "Casey", "Devon", "Emery"};
+  const char* signs[] = {"$", "€", "$", "¥", "€"};
   for (int32_t i = 1; i <= 5; ++i) {
-    connection->Execute("INSERT INTO Orders VALUES (?, ?, ?, ?, ?, ?)",
+    connection->Execute("INSERT INTO Orders VALUES (?, ?, ?, ?, ?, ?, ?, ?)",
                         {Variant(i), Variant(customers[i - 1]), Variant(i * 2), Variant(1.25 * i),
-                         Variant(i % 2 == 0), Variant(Date{45000.0 + i})});
+                         Variant(i % 2 == 0), Variant(Date{45000.0 + i}),
+                         Variant(Currency{i * 1000000}), Variant(signs[i - 1])});
   }
 }
 
@@ -54,6 +57,13 @@ void OrderTable::Load() {
   amount->IsSum = true;
   amount->IsData = false;
   amount->EnableNull = true;
+  for (const char* name : {"Fee", "Sign"}) {  // an amount in the currency its row names
+    auto field = rs.Add(name);
+    field->FieldType = name[0] == 'F' ? F_Currency : F_Text;
+    field->IsData = field->SaveToDB = field->Copy = field->Edit = field->EnableNull = true;
+  }
+  rs.Item("Fee")->SymbolName = "Sign";
+  rs.Item("Fee")->IsSum = true;
   rs.Advise(&reopen);
   ASSERT_FALSE(rs.InitDataSource());
   writer = std::make_unique<TableWriter>(rs, std::vector<std::string>{"Id"});

@@ -1,5 +1,6 @@
 // A small Orders table on the provider under test, a recordset over it with
-// a field of each kind, and the binding's model, view and form on top.
+// a field of each kind (Fee in the currency its row's Sign names), and the
+// binding's model, view and form on top.
 #pragma once
 
 #include <gtest/gtest.h>

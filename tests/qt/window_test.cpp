@@ -7,9 +7,11 @@
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QTableWidget>
 #include <QTest>
 #include <QTimer>
+#include <algorithm>
 #include <functional>
 
 #include "main_window.h"
@@ -143,17 +145,30 @@ TEST_P(WindowTest, KeyboardAndMouseMoveTheCurrentRowAndAVetoedMoveStays) {
   EXPECT_EQ(window->Grid().currentIndex().row(), 4) << "the cursor went back";
 }
 
+// Each currency is totalled on its own: dollars, yuan and euros are never added up.
 TEST_P(WindowTest, ShiftAndCtrlClicksSelectRowsAndTheStatusBarTotalsThem) {
-  Click(1, 1);
-  Click(3, 1, Qt::ShiftModifier);
-  EXPECT_EQ(rs.SelectState(), S_Multi);
-  EXPECT_TRUE(window->TotalsText().contains("Selected 3 rows: Qty 12"))
-      << window->TotalsText().toStdString();
-  Click(5, 1, Qt::ControlModifier);
-  EXPECT_TRUE(window->TotalsText().contains("Selected 4 rows: Qty 22"));
-  EXPECT_TRUE(window->TotalsText().startsWith("Total: Qty 30"));
+  const QString all = "Total: Qty 30   Amount 137.5   Fee $400.00 + ¥400.00 + €700.00";
+  EXPECT_EQ(window->TotalsText().toStdString(), all.toStdString());
+  struct Step {
+    int row;
+    Qt::KeyboardModifiers keys;
+    const char* selected;  // "" when no row is marked
+  };
+  const Step steps[] = {
+      {1, Qt::NoModifier, ""},
+      {3, Qt::ShiftModifier, "Selected 3 rows: Qty 12   Amount 35   Fee $400.00 + €200.00"},
+      {5, Qt::ControlModifier, "Selected 4 rows: Qty 22   Amount 97.5   Fee $400.00 + €700.00"},
+      {1, Qt::ControlModifier, "Selected 3 rows: Qty 20   Amount 95   Fee $300.00 + €700.00"},
+  };
+  for (const Step& step : steps) {
+    Click(step.row, 1, step.keys);
+    const QString expected = QString(step.selected).isEmpty() ? all : all + "   " + step.selected;
+    EXPECT_EQ(window->findChild<QLabel*>("TotalsLabel")->text().toStdString(),
+              expected.toStdString())
+        << step.row;
+  }
   window->Action(Command::kClearSelection)->trigger();
-  EXPECT_FALSE(window->TotalsText().contains("Selected"));
+  EXPECT_EQ(window->TotalsText().toStdString(), all.toStdString());
 }
 
 TEST_P(WindowTest, QueryModeTakesCriteriaInTheFormRunsAndCancels) {
@@ -192,11 +207,31 @@ TEST_P(WindowTest, ARefusedSaveShowsTheErrorDialogAndKeepsTheEdit) {
   EXPECT_EQ(rs.EditStatus(), E_Modify);
   EXPECT_TRUE(rs.Item("Customer")->GetValue().IsBlank());
   EXPECT_EQ(Stored("Customer", 1), Variant("Avery"));
+  EXPECT_EQ(window->focusWidget(), FormLine("Customer")) << "the field the library named";
+  EXPECT_EQ(FormLine("Customer")->toolTip(), description);
 }
 
 TEST_P(WindowTest, TheLanguageSwitchesWhileRunning) {
+  app::ScreenNames names;
+  names.by_field["Customer"] = {"Customer", "客户"};
+  window->SetScreenNames(names);
+  QSignalSpy headers(&window->Model(), &QAbstractItemModel::headerDataChanged);
+  const auto header = [&] { return window->Model().headerData(1, Qt::Horizontal).toString(); };
   window->Action(Command::kChinese)->trigger();
   QCoreApplication::sendPostedEvents(nullptr, QEvent::LanguageChange);
+  EXPECT_EQ(header(), "客户");
+  EXPECT_TRUE(std::any_of(headers.begin(), headers.end(), [](const QList<QVariant>& signal) {
+    return signal.at(0).value<Qt::Orientation>() == Qt::Horizontal;
+  })) << "the views are told to read the headers again";
+  const auto caption = [&] {
+    for (const QLabel* label : window->Form().findChildren<QLabel*>()) {
+      if (label->buddy() == window->Form().Editor("Customer")) {
+        return label->text();
+      }
+    }
+    return QString();
+  };
+  EXPECT_EQ(caption(), "客户");
   EXPECT_EQ(window->Action(Command::kSave)->text(), "保存(&S)");
   EXPECT_EQ(window->StatusText(), "浏览");
   EXPECT_EQ(window->RowText(), "第 1 行，共 5 行");
@@ -205,6 +240,8 @@ TEST_P(WindowTest, TheLanguageSwitchesWhileRunning) {
   QCoreApplication::sendPostedEvents(nullptr, QEvent::LanguageChange);
   EXPECT_EQ(window->Action(Command::kSave)->text(), "&Save");
   EXPECT_EQ(LoadResString(101), "Error");
+  EXPECT_EQ(header(), "Customer");
+  EXPECT_EQ(caption(), "Customer");
 }
 
 TEST_P(WindowTest, ClosingWithAPendingEditAsksSaveDiscardOrCancel) {

@@ -47,6 +47,10 @@ class RecordsetForm : public QWidget {
   QWidget* Editor(const QString& FieldName) const;
   /// The criteria editor of the field named FieldName in query mode, or nullptr.
   QLineEdit* CriteriaEditor(const QString& FieldName) const;
+  /// After a refused operation: marks and focuses the editor of the field Error
+  /// names (LastError().Field), its tooltip the reason; nullptr when Error names no
+  /// field of the form, or is a cancel or no error.
+  QWidget* ShowRefusal(const ErrorInfo& Error);
 
  public slots:
   /// Shows the current row (or the criteria in query mode) in every editor.
@@ -67,6 +71,7 @@ class RecordsetForm : public QWidget {
   void Commit(const Binding& binding);
   void CommitCriteria(const Binding& binding);
   void ShowBinding(const Binding& binding, int32_t row, bool query);
+  static void MarkRefused(QWidget* Editor, const ErrorInfo& Error);
   void OnDataChanged(const QModelIndex& TopLeft, const QModelIndex& BottomRight);
 
   RecordsetModel& model_;

@@ -38,6 +38,8 @@ class RecordsetModel : public QAbstractTableModel, private ClsRecordsetEvents, p
   /// The recordset shown.
   ClsRecordset& Recordset() const { return rs_; }
 
+  /// The cell at 0-based Row and Column; invalid outside the rows and fields the views know.
+  QModelIndex index(int Row, int Column, const QModelIndex& Parent = QModelIndex()) const override;
   /// Rows of the recordset (0 for a child index).
   int rowCount(const QModelIndex& Parent = QModelIndex()) const override;
   /// Fields of the recordset (0 for a child index).
@@ -102,15 +104,22 @@ class RecordsetModel : public QAbstractTableModel, private ClsRecordsetEvents, p
   void WholeRowChanged(int32_t Row);
   void CatchUp();     // a change of the row count that came without a notice
   void TakeFields();  // fields_ := the recordset's fields, in collection order
+  // Where the rows are stored: the same after a load only when the rows it
+  // replaced were put back (it failed or was cancelled).
+  const void* RowsMark() const;
 
   ClsRecordset& rs_;
   std::vector<std::shared_ptr<ClsFields>> fields_;  // by column: no lookup per cell
+  std::vector<const ClsFields*> signs_;  // by column: the field holding the currency sign
   int32_t cookie_ = 0;
   int32_t observer_cookie_ = 0;
-  int32_t rows_ = 0;     // the row count the views know
-  int32_t columns_ = 0;  // the field count the views know
-  int32_t bracket_ = 0;  // > 0 between a begin and its end
-  int32_t current_ = 0;  // the current row the header marks
+  int32_t rows_ = 0;            // the row count the views know
+  int32_t columns_ = 0;         // the field count the views know
+  int32_t bracket_ = 0;         // > 0 between a begin and its end
+  int32_t current_ = 0;         // the current row the header marks
+  bool reset_pending_ = false;  // a load is replacing the rows: cells show nothing meanwhile
+  bool reloaded_ = false;       // the views were reset for new rows
+  const void* rows_before_reset_ = nullptr;
 };
 
 }  // namespace varnel::qt

@@ -1,5 +1,7 @@
 #include "db/postgres/pg_statement.h"
 
+#include <cassert>
+
 #include "db/db_errors.h"
 #include "db/postgres/pg_error.h"
 
@@ -43,6 +45,8 @@ bool PgStatement::Step() {
 }
 
 Variant PgStatement::Cell(int column) const {
+  assert(rows_ != nullptr && row_ >= 0 && row_ < PQntuples(rows_.get()));
+  assert(column >= 0 && static_cast<size_t>(column) < kinds_.size());
   if (PQgetisnull(rows_.get(), row_, column)) {
     return Variant::Null();
   }
@@ -62,6 +66,7 @@ void PgStatement::AppendRow(const int32_t* columns, std::vector<Variant>* const*
     }
   }
   for (std::size_t i = 0; i < count; ++i) {
+    assert(outputs[i] != nullptr);
     outputs[i]->push_back(Cell(columns[i]));
   }
 }
