@@ -1,11 +1,11 @@
-// Whole numbers and Currency read from, and Currency written into, Variants
-// without a call: for loops over every row of a column, where a call per
-// accessor costs more than the arithmetic itself.
+// The kind of a Variant told, and a Currency written into one, without a
+// call: for loops over every row of a column, where a call per value costs
+// more than the arithmetic itself (the numbers are read by the inline As*).
 //
 // A Variant keeps a number in its first eight bytes and its kind in its last
 // byte (variant.h). Which byte value stands for which kind is learned from
-// Variants that the constructors build, and the whole layout is checked
-// against the accessors and operator==, once per NumberBits. When anything
+// Variants that the constructors build, and the layout is checked against
+// VarType, the accessors and operator==, once per NumberBits. When anything
 // differs, Usable() is false and callers use the Variant's own members.
 #pragma once
 
@@ -36,14 +36,11 @@ class NumberBits {
 
   // The value of an Integer or a Long (REQUIRES KindOf(value) is that kind).
   static int64_t Whole(const Variant& value, Kind kind) noexcept {
-    if (kind == Kind::Integer) {
-      return Read<int16_t>(value);
-    }
-    return Read<int32_t>(value);
+    return kind == Kind::Integer ? value.AsInteger() : value.AsLong();
   }
 
   // The 1/10000 units of a Currency (REQUIRES KindOf(value) == Kind::Currency).
-  static int64_t Units(const Variant& value) noexcept { return Read<int64_t>(value); }
+  static int64_t Units(const Variant& value) noexcept { return value.AsCurrency().Value; }
 
   // target = Variant(Currency{units}), written over it in place when target
   // holds Empty, Null, an Integer, a Long or a Currency (none of which owns
@@ -65,12 +62,6 @@ class NumberBits {
 
   static uint8_t TagOf(const Variant& value) noexcept {
     return reinterpret_cast<const unsigned char*>(&value)[kTagByte];
-  }
-  template <typename T>
-  static T Read(const Variant& value) noexcept {
-    T number;
-    std::memcpy(&number, &value, sizeof number);
-    return number;
   }
   bool LayoutHolds() const noexcept;
 
