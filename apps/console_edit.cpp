@@ -105,11 +105,14 @@ void Console::Set(const std::string& argument) {
     SetCriterion(*field, Trim(rest));
     return;
   }
-  const int shown = ui_.Shown();
-  if (rs_.Modify(Variant(field->Name), TypedValue(*field, rest)) || ui_.Shown() != shown) {
+  if (rs_.Modify(Variant(field->Name), TypedValue(*field, rest)) || LastError().Kind != K_None) {
     failed_ = true;
-    if (const std::string hint = ValueHint(*field); !hint.empty()) {
-      Say(hint);
+    // The forms a field accepts help only when its value was the one refused
+    // (not, say, the save of another row that the change had to make first).
+    if (LastError().Field == field->Name) {
+      if (const std::string hint = ValueHint(*field); !hint.empty()) {
+        Say(hint);
+      }
     }
   }
   Form();

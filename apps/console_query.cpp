@@ -20,23 +20,35 @@ std::string CriterionText(const ClsFields& field, const std::string& text) {
   return text;
 }
 
+// The field of the recordset called Name; Fallback when none is.
+const ClsFields& NamedOr(const ClsRecordset& rs, const std::string& name,
+                         const ClsFields& fallback) {
+  for (const auto& field : rs) {
+    if (field->Name == name) {
+      return *field;
+    }
+  }
+  return fallback;
+}
+
 }  // namespace
 
 void Console::SetCriterion(ClsFields& field, const std::string& text) {
   const std::string previous = field.QueryValue;
-  const int shown = ui_.Shown();
-  rs_.Modify(Variant(field.Name), Variant(CriterionText(field, text)));
+  const bool refused = rs_.Modify(Variant(field.Name), Variant(CriterionText(field, text))) ||
+                       LastError().Kind != K_None;
   // The criteria held before this one translated (each was checked when
-  // typed), so a failure now is this field's.
+  // typed), so a failure now is this field's, as the library says.
   std::string condition;
-  if (ui_.Shown() == shown && rs_.GetCondition(condition)) {
+  if (!refused && rs_.GetCondition(condition)) {
     field.QueryValue = previous;
     failed_ = true;
-    if (const std::string hint = CriteriaHint(field); !hint.empty()) {
+    if (const std::string hint = CriteriaHint(NamedOr(rs_, LastError().Field, field));
+        !hint.empty()) {
       Say(hint);
     }
   }
-  failed_ = failed_ || ui_.Shown() != shown;
+  failed_ = failed_ || refused;
   Form();
 }
 
@@ -63,9 +75,7 @@ void Console::Run(const std::string&) {
     Fail(Tr(Text::NoQueryMode));
     return;
   }
-  const int refusals = ui_.Refusals();
-  const bool failed = rs_.ExecuteQuery();
-  if (failed || ui_.Refusals() != refusals) {
+  if (rs_.ExecuteQuery() || LastError().Kind == K_Error) {
     if (rs_.EditStatus() != E_Query) {
       rs_.RefineQuery();  // back to the criteria just run
     }

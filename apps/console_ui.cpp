@@ -1,12 +1,35 @@
 #include "console_ui.h"
 
+#include <algorithm>
+#include <array>
+#include <string_view>
+
 #include "texts.h"
+#include "varnel/errors.h"
 
 namespace varnel::app {
 namespace {
 
-// The providers' generic error: the text after it is the database's own.
-constexpr const char* kProviderError = "-2147467259";
+// The operations that read rows from the database; a refusal during any
+// other one refused a change.
+constexpr std::array<std::string_view, 5> kLoadingOperations = {
+    "InitDataSource", "RefreshDataSource", "ExecuteQuery", "ReadTableFields",
+    "ReadFieldsInformation"};
+
+// The database's refusal being shown: the thread's last error, when it is one
+// and it is the report on screen (not a later one of the same operation).
+const ErrorInfo* Refusal(const std::string& description) {
+  const ErrorInfo& error = LastError();
+  const bool refusal =
+      error.Kind == K_Error && error.Number == Err_Provider && error.Description == description;
+  return refusal ? &error : nullptr;
+}
+
+Text RefusalText(const ErrorInfo& refusal) {
+  const bool loading = std::find(kLoadingOperations.begin(), kLoadingOperations.end(),
+                                 refusal.Operation) != kLoadingOperations.end();
+  return loading ? Text::DatabaseRefusedLoad : Text::DatabaseRefusedChange;
+}
 
 }  // namespace
 
@@ -27,17 +50,22 @@ int32_t ConsoleUi::MsgBox(const std::string& Prompt, int32_t, const std::string&
   return 1;  // OK
 }
 
-// A refusal of the database ("<its text> while preparing '<statement>'")
-// becomes its text alone and a pointer to details; other errors stay as they are.
+// A refusal of the database is told in plain words, and where the database's
+// own words and the statement are. The library's message for a refused save
+// says in its first line what to correct (the database's words follow on the
+// next); a bare refusal gets the console's words for what was refused. Other
+// errors stay as the library says them.
 std::string ConsoleUi::Plain(const std::string& number_line, const std::string& description) {
-  if (number_line.find(kProviderError) == std::string::npos) {
+  const ErrorInfo* refusal = Refusal(description);
+  if (refusal == nullptr) {
     return number_line + " " + description;
   }
   details_ = description;
-  ++refusals_;
-  const size_t statement = description.find(" while ");
-  const std::string reason = description.substr(0, statement);
-  return Say(Text::DatabaseRefused, fmt::arg("reason", reason));
+  const size_t first_line_end = description.find('\n');
+  if (first_line_end == std::string::npos) {
+    return Tr(RefusalText(*refusal));
+  }
+  return description.substr(0, first_line_end) + " " + Tr(Text::DetailsHint);
 }
 
 // One line per message; the further lines of a long text are indented under it.

@@ -29,8 +29,6 @@ class ConsoleUi : public MessageUi {
 
   // How many messages have been shown so far: a command that raised one failed.
   int Shown() const { return shown_; }
-  // How many database refusals have been shown so far.
-  int Refusals() const { return refusals_; }
   // The full text of the last database refusal ("" when none yet).
   const std::string& Details() const { return details_; }
 
@@ -41,7 +39,6 @@ class ConsoleUi : public MessageUi {
   std::ostream& out_;
   const Secrets& secrets_;
   int shown_ = 0;
-  int refusals_ = 0;
   std::string details_;
 };
 

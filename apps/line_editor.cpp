@@ -144,7 +144,8 @@ LineEditor::LineEditor(std::filesystem::path history_file)
   el_set(editor_, EL_PROMPT, &Prompt);
   el_set(editor_, EL_HIST, history, history_);
   el_set(editor_, EL_GETCFN, &ReadKey);
-  el_set(editor_, EL_ADDFN, "varnel-complete", "Complete the word", &CompleteKey);
+  // The wide form: the narrow one copies the names and never frees them.
+  el_wset(editor_, EL_ADDFN, L"varnel-complete", L"Complete the word", &CompleteKey);
   el_set(editor_, EL_BIND, "^I", "varnel-complete", nullptr);
   el_set(editor_, EL_BIND, "^R", "em-inc-search-prev", nullptr);
 }

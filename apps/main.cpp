@@ -102,7 +102,7 @@ int RunScreen(const Options& options, bool interactive, Secrets& secrets, Consol
   const std::vector<std::string> keys = writer.KeyColumns();
   ProtectKeys(rs, keys);
   if (!options.table.empty() && !keys.empty()) {
-    rs.OrderByField1 = "[" + keys.front() + "]";  // the library's form of a column name
+    rs.OrderByField1 = MdlQuery::QuoteName(keys.front());
   }
   // Progress is drawn on standard error, so only when that is a terminal.
   std::optional<LoadProgress> progress;

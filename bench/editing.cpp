@@ -7,8 +7,8 @@
 // is compared with erasing and re-inserting the first element of nine
 // std::vectors of a trivially copyable 16-byte struct of the same length.
 // SelectAllRows + ClearSelectRows on 1,000,000 rows is compared with two
-// plain passes over a byte per row. At the end every incremental total is
-// compared with a recount of its column.
+// plain passes over a byte per row (one pass each: at most 1.5x). At the end
+// every incremental total is compared with a recount of its column.
 //
 //   scripts/bench.sh editing [--benchmark_repetitions=N]
 #include <benchmark/benchmark.h>
@@ -66,10 +66,15 @@ std::unique_ptr<ClsRecordset> LoadOrders(int32_t rows) {
   return rs;
 }
 
-// One loaded screen per table size, kept for the whole run.
-ClsRecordset& Orders(int32_t rows) {
+// One loaded screen per table size, kept for the whole run; main closes them
+// before the library's own statics go away.
+std::map<int32_t, std::unique_ptr<ClsRecordset>>& LoadedOrders() {
   static std::map<int32_t, std::unique_ptr<ClsRecordset>> loaded;
-  auto& slot = loaded[rows];
+  return loaded;
+}
+
+ClsRecordset& Orders(int32_t rows) {
+  auto& slot = LoadedOrders()[rows];
   if (!slot) {
     slot = LoadOrders(rows);
   }
@@ -241,10 +246,12 @@ int main(int argc, char** argv) {
   reporter.Print(
       "MoveFirst, DeleteRecord, UndoRecord / 9-vector erase+insert, 1M rows",
       reporter.Ratio("DeleteAndUndoFirstRow/1000000", "EraseAndInsertInNineVectors/1000000"), 1.5);
+  // One pass each: within 1.5x of two plain passes over a byte per row.
   reporter.Print("SelectAllRows + ClearSelectRows / two passes over the marks, 1M rows",
-                 reporter.Ratio("SelectAllAndClear/1000000", "TwoPassesOverTheMarks/1000000"), 0);
+                 reporter.Ratio("SelectAllAndClear/1000000", "TwoPassesOverTheMarks/1000000"), 1.5);
   const bool exact = TotalsAreExact(Orders(kSmall)) && TotalsAreExact(Orders(kLarge));
   std::printf("  totals kept by differences equal a recount: %s\n", exact ? "yes" : "NO");
+  LoadedOrders().clear();
   benchmark::Shutdown();
   return exact ? 0 : 1;
 }

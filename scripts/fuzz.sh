@@ -13,8 +13,12 @@ if [ ${#targets[@]} -eq 0 ]; then
   targets=(query_condition format_value exp_reduced connection_string pg_translator)
 fi
 
+# clang 15 or later: the engine uses std::source_location, which libstdc++
+# offers to clang only from 15 on.
+cc=${FUZZ_CC:-clang-15}
+cxx=${FUZZ_CXX:-clang++-15}
 flags="-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer"
-CC=clang CXX=clang++ cmake -S "$root" -B "$root/build-fuzz" -G Ninja \
+CC=$cc CXX=$cxx cmake -S "$root" -B "$root/build-fuzz" -G Ninja \
   -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVARNEL_FUZZ=ON -DVARNEL_BUILD_TESTS=OFF \
   -DVARNEL_BUILD_BENCH=OFF -DVARNEL_BUILD_APPS=OFF \
   -DCMAKE_C_FLAGS="$flags" -DCMAKE_CXX_FLAGS="$flags" >/dev/null

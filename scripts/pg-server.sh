@@ -8,6 +8,9 @@
 # data; `restart` starts it again on the same port (a committed transaction
 # survives a kill: commits wait for their log to be written).
 # Fails with the reason when the server cannot be started.
+# Every user is trusted (the tests' user varnel has no password), except the
+# role varnel_pw, which must give its password, "varnel-pw-secret": the tests
+# of passwords taken from libpq's environment log in as it.
 set -euo pipefail
 action=${1:?start or stop}
 dir=${2:?directory}
@@ -47,10 +50,17 @@ case "$action" in
     chmod 700 "$dir"
     as_owner "$bin/initdb" -D "$dir/data" -A trust -U varnel --no-sync -E UTF8 --locale=C.UTF-8 >"$dir/initdb.log" 2>&1 \
       || { echo "pg-server: initdb failed:" >&2; cat "$dir/initdb.log" >&2; exit 1; }
+    # The first matching line decides: varnel_pw's come before the trust lines.
+    as_owner sed -i '1i host all varnel_pw 127.0.0.1/32 scram-sha-256\nlocal all varnel_pw scram-sha-256' \
+      "$dir/data/pg_hba.conf"
     port=$(free_port)
     run_server "$bin" "$dir" "$port"
     as_owner "$bin/createdb" -h 127.0.0.1 -p "$port" -U varnel varnel_test \
       || { echo "pg-server: createdb failed" >&2; exit 1; }
+    as_owner "$bin/psql" -h 127.0.0.1 -p "$port" -U varnel -d varnel_test -q -v ON_ERROR_STOP=1 \
+      -c "CREATE ROLE varnel_pw LOGIN PASSWORD 'varnel-pw-secret'" \
+      -c "GRANT ALL ON SCHEMA public TO varnel_pw" >/dev/null \
+      || { echo "pg-server: the password role could not be created" >&2; exit 1; }
     echo "$port" >"$dir/port"
     echo "Provider=PostgreSQL;Host=127.0.0.1;Port=$port;Database=varnel_test;User ID=varnel;Password="
     ;;

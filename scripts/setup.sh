@@ -4,7 +4,7 @@ set -euo pipefail
 packages=(cmake ninja-build g++ clang libgtest-dev libgmock-dev libbenchmark-dev libsqlite3-dev
           sqlite3 libedit-dev libcli11-dev libfmt-dev libpq-dev postgresql ccache
           qt6-base-dev qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools libgl-dev fonts-wqy-microhei
-          doxygen graphviz tmux pkg-config dpkg-dev)
+          doxygen graphviz tmux pkg-config dpkg-dev clang-15)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

@@ -16,6 +16,17 @@
 
 namespace varnel::bench {
 
+// Prints one ratio line with its target and whether it is met; a target of 0
+// prints the ratio alone.
+inline void PrintRatio(const char* label, double ratio, double target) {
+  if (target > 0) {
+    std::printf("  %-72s %7.2f  (target <= %.1f: %s)\n", label, ratio, target,
+                ratio > 0 && ratio <= target ? "met" : "NOT MET");
+  } else {
+    std::printf("  %-72s %7.2f\n", label, ratio);
+  }
+}
+
 class RatioReporter : public benchmark::ConsoleReporter {
  public:
   // Keyed by "function/args" (iteration counts and repetitions left out).
@@ -42,14 +53,9 @@ class RatioReporter : public benchmark::ConsoleReporter {
     return x == times_.end() || y == times_.end() || y->second == 0 ? 0 : x->second / y->second;
   }
 
-  // Prints one ratio line; a target of 0 prints the ratio alone.
+  // Prints one ratio line (PrintRatio).
   void Print(const char* label, double ratio, double target) const {
-    if (target > 0) {
-      std::printf("  %-72s %7.2f  (target <= %.1f: %s)\n", label, ratio, target,
-                  ratio > 0 && ratio <= target ? "met" : "NOT MET");
-    } else {
-      std::printf("  %-72s %7.2f\n", label, ratio);
-    }
+    PrintRatio(label, ratio, target);
   }
 
  private:

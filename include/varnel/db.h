@@ -21,6 +21,7 @@
 /// Catch it where you call them, for example in a UserUpdateRecord handler.
 #pragma once
 
+#include <cassert>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -47,14 +48,16 @@ class Recordset;
 /// One column of a recordset's current row.
 class Field {
  public:
-  /// Column Index (from 0) of Owner; made by Fields::Item.
-  Field(const Recordset* Owner, int32_t Index) : owner_(Owner), index_(Index) {}
+  /// Column Index (from 0) of Owner; made by Fields::Item. REQUIRES Owner != nullptr
+  /// (an Index out of range is checked when the field is read: VbError 3265).
+  Field(const Recordset* Owner, int32_t Index) : owner_(Owner), index_(Index) {
+    assert(Owner != nullptr);
+  }
   /// The column's name as the database gives it.
   const std::string& Name() const;
   /// The declared length of a text column (VARCHAR(n)), else 0.
   int32_t DefinedSize() const;
-  /// The value in the current row. REQUIRES: a current row (neither Bof nor Eof); else VbError
-  /// 3021.
+  /// The value in the current row; VbError 3021 when there is none (at Bof or Eof).
   Variant Value() const;
 
  private:
@@ -65,8 +68,8 @@ class Field {
 /// The columns of a recordset (Recordset::Fields()).
 class Fields {
  public:
-  /// The columns of Owner.
-  explicit Fields(const Recordset* Owner) : owner_(Owner) {}
+  /// The columns of Owner. REQUIRES Owner != nullptr.
+  explicit Fields(const Recordset* Owner) : owner_(Owner) { assert(Owner != nullptr); }
   /// The number of columns.
   int32_t Count() const;
   /// Column Index, from 0; VbError 3265 when out of range.
@@ -119,7 +122,7 @@ class Connection {
   /// ends (Every < 1: the total only). An empty Callback stops the calls.
   void OnRowsRead(std::function<void(int64_t Rows)> Callback, int64_t Every = 10000);
 
-  /// The open driver; REQUIRES State() == 1. For the library's own use.
+  /// The open driver; VbError 3704 when the connection is closed. For the library's own use.
   internal::Driver& Driver() const;
 
  private:

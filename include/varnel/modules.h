@@ -47,6 +47,9 @@ Variant QueryText(ClsFields& Field);
 /// Text for use inside '...': trimmed, every ' doubled (the library's one quoting of text,
 /// which every session it opens reads with backslashes as ordinary characters).
 std::string QuoteText(const Variant& Value);
+/// A column name in the form the library's SQL takes it (OrderByField1,
+/// DefaultCondition): "[" Name "]" with every "]" inside doubled.
+std::string QuoteName(const std::string& Name);
 }  // namespace MdlQuery
 
 /// The evaluator of computed fields (ClsFields::ComputeString): an arithmetic

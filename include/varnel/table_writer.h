@@ -35,6 +35,16 @@
 // unknown: the next save first looks the row up by its key, so a retry never
 // writes it twice.
 //
+// A table without a key identifies a row by all its written values. A save
+// that finds no row holding the loaded values is a conflict (PendingConflict,
+// KeyLess and RowDeleted set, Database unknown), since a changed row cannot be
+// told from a deleted one. ResolveTakeTheirs drops the edit and the row leaves
+// the recordset (a refresh shows the table as it is now); ResolveKeepMine
+// completes a deletion but refuses a modification, as writing it as a new row
+// could leave both versions. After an unknown commit the next save counts the
+// rows holding the written values, counted also before writing, so a retry
+// never writes twice.
+//
 // The writer is an event sink: it must outlive its attachment and is detached
 // from the recordset when destroyed. It must be destroyed before the recordset.
 #pragma once
@@ -88,6 +98,9 @@ struct SaveConflict {
   int32_t Row = 0;
   /// True when someone else deleted the row: Database is Empty in every field.
   bool RowDeleted = false;
+  /// True when the table has no key: no row holds the loaded values, so a row
+  /// changed cannot be told from one deleted; RowDeleted is then true as well.
+  bool KeyLess = false;
   /// Every written field, in the recordset's field order.
   std::vector<ConflictField> Fields;
 };

@@ -11,7 +11,9 @@
 // copying a Variant never copies characters.
 #pragma once
 
+#include <cassert>
 #include <cstdint>
+#include <cstring>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -142,21 +144,50 @@ class Variant {
   bool IsNumber() const noexcept;
 
   /// The value of an Integer (REQUIRES VarType() == vbInteger).
-  int16_t AsInteger() const noexcept;
+  int16_t AsInteger() const noexcept {
+    assert(tag_ == Tag::Integer);
+    return Payload<int16_t>();
+  }
   /// The value of a Long (REQUIRES VarType() == vbLong).
-  int32_t AsLong() const noexcept;
+  int32_t AsLong() const noexcept {
+    assert(tag_ == Tag::Long);
+    return Payload<int32_t>();
+  }
   /// The value of a LongLong (REQUIRES VarType() == vbLongLong).
-  int64_t AsLongLong() const noexcept;
+  int64_t AsLongLong() const noexcept {
+    assert(tag_ == Tag::LongLong);
+    return Payload<int64_t>();
+  }
   /// The value of a Double (REQUIRES VarType() == vbDouble).
-  double AsDouble() const noexcept;
+  double AsDouble() const noexcept {
+    assert(tag_ == Tag::Double);
+    return Payload<double>();
+  }
   /// The value of a Decimal (REQUIRES VarType() == vbDecimal).
-  Decimal AsDecimal() const noexcept;
+  Decimal AsDecimal() const noexcept {
+    assert(tag_ == Tag::Decimal);
+    Decimal value;
+    value.Lo = bits_;
+    std::memcpy(&value.Hi, small_, sizeof value.Hi);
+    value.Scale = static_cast<uint8_t>(small_[4]);
+    value.Negative = small_[5] != 0;
+    return value;
+  }
   /// The value of a Currency (REQUIRES VarType() == vbCurrency).
-  Currency AsCurrency() const noexcept;
+  Currency AsCurrency() const noexcept {
+    assert(tag_ == Tag::Currency);
+    return Currency{Payload<int64_t>()};
+  }
   /// The value of a Date (REQUIRES VarType() == vbDate).
-  Date AsDate() const noexcept;
+  Date AsDate() const noexcept {
+    assert(tag_ == Tag::Date);
+    return Date{Payload<double>()};
+  }
   /// The value of a Boolean (REQUIRES VarType() == vbBoolean).
-  bool AsBoolean() const noexcept;
+  bool AsBoolean() const noexcept {
+    assert(tag_ == Tag::Boolean);
+    return bits_ != 0;
+  }
   /// The characters of a String; valid while this Variant lives unchanged.
   std::string_view StringView() const noexcept;
 
@@ -201,6 +232,13 @@ class Variant {
   void Release() noexcept;
   void AssignString(std::string_view Text);
   const HeapText* Heap() const noexcept;
+  // The first sizeof(T) payload bytes read as T; the As* accessors check the kind.
+  template <typename T>
+  T Payload() const noexcept {
+    T value;
+    std::memcpy(&value, &bits_, sizeof value);
+    return value;
+  }
 
   // bits_ holds numbers (a Decimal's low 64 bits), or the HeapText pointer, or
   // the first 8 inline chars; small_ holds inline chars 8..13 (a Decimal's high

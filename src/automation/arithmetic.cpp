@@ -11,6 +11,7 @@
 #include <cmath>
 #include <cstdint>
 
+#include "automation/arithmetic_rules.h"
 #include "automation/calendar.h"
 #include "automation/decimal_math.h"
 #include "automation/value_rules.h"
@@ -43,7 +44,7 @@ Number ToNumber(const Variant& value) {
     case vbCurrency:
       return {Rank::Currency, 0, 0, value.AsCurrency().Value};
     case vbDate:
-      return {Rank::Date, 0, value.AsDouble()};
+      return {Rank::Date, 0, value.AsDate().Value};
     case vbBoolean:
       return {Rank::Integer, value.AsBoolean() ? -1 : 0};
     case vbString:
@@ -139,6 +140,18 @@ __int128 ScaledProduct(__int128 p, __int128 q) {
   return quotient;
 }
 
+bool IsWhole(Rank rank) {
+  return rank == Rank::Integer || rank == Rank::Long || rank == Rank::LongLong;
+}
+
+Variant WholeTimesCurrencyResult(const Number& whole, const Number& currency) {
+  int64_t product = 0;
+  if (!internal::WholeTimesCurrency(whole.whole, currency.units, product)) {
+    RaiseError(6);
+  }
+  return Variant(Currency{product});
+}
+
 enum class Op { Add, Subtract, Multiply };
 
 Variant DecimalArithmetic(Op op, const Variant& a, const Variant& b) {
@@ -177,6 +190,10 @@ Variant Arithmetic(Op op, const Variant& a, const Variant& b) {
       return WholeResult(rank, op == Op::Add ? p + q : op == Op::Subtract ? p - q : p * q);
     }
     case Rank::Currency: {
+      if (op == Op::Multiply && IsWhole(x.rank) != IsWhole(y.rank) &&
+          (x.rank == Rank::Currency || y.rank == Rank::Currency)) {
+        return WholeTimesCurrencyResult(IsWhole(x.rank) ? x : y, IsWhole(x.rank) ? y : x);
+      }
       __int128 p = UnitsOf(x);
       __int128 q = UnitsOf(y);
       if (op != Op::Multiply) {

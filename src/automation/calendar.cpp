@@ -3,6 +3,7 @@
 // from parts compares equal to the same date made any other way.
 #include "automation/calendar.h"
 
+#include <cassert>
 #include <cmath>
 #include <cstdint>
 
@@ -55,6 +56,11 @@ void SplitSerial(double value, int64_t& day, int64_t& second) {
   }
 }
 
+[[maybe_unused]] int DaysInMonth(int64_t year, int month) {
+  return static_cast<int>(DaysFromCivil(month == 12 ? year + 1 : year, month % 12 + 1, 1) -
+                          DaysFromCivil(year, month, 1));
+}
+
 }  // namespace
 
 // The platform's encoding keeps the time as a positive fraction also for
@@ -77,6 +83,10 @@ DateParts SplitDate(Date Value) {
 }
 
 Date MakeDate(const DateParts& Parts) {
+  assert(Parts.month >= 1 && Parts.month <= 12 && Parts.day >= 1 &&
+         Parts.day <= DaysInMonth(Parts.year, Parts.month));
+  assert(Parts.hour >= 0 && Parts.hour <= 23 && Parts.minute >= 0 && Parts.minute <= 59 &&
+         Parts.second >= 0 && Parts.second <= 59);
   int64_t day = DaysFromCivil(Parts.year, Parts.month, Parts.day) + kUnixEpochSerial;
   return ComposeSerial(day, Parts.hour * 3600.0 + Parts.minute * 60.0 + Parts.second);
 }

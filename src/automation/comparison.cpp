@@ -28,7 +28,7 @@ __int128 ExactUnits(const Variant& value) {
       return __int128{value.AsLongLong()} * 10000;
     case vbBoolean:
       return value.AsBoolean() ? -10000 : 0;
-    default:
+    default:  // Currency, the one exact kind left (Decimal compares as a Decimal)
       return value.AsCurrency().Value;
   }
 }
@@ -36,8 +36,9 @@ __int128 ExactUnits(const Variant& value) {
 double RealValue(const Variant& value) {
   switch (value.VarType()) {
     case vbDouble:
-    case vbDate:
       return value.AsDouble();
+    case vbDate:
+      return value.AsDate().Value;
     case vbCurrency:
       return internal::CurrencyToDouble(value.AsCurrency());
     case vbDecimal:
@@ -60,7 +61,7 @@ bool NumbersEqual(const Variant& a, const Variant& b) {
 bool TextEqualsValue(std::string_view text, const Variant& value) {
   if (value.VarType() == vbDate) {
     std::optional<Date> date = internal::ParseDateText(text);
-    return date && date->Value == value.AsDouble();
+    return date && *date == value.AsDate();
   }
   if (value.VarType() == vbLongLong || value.VarType() == vbDecimal) {
     // Read exactly: "9007199254740993" is not equal to 9007199254740992.
@@ -71,7 +72,34 @@ bool TextEqualsValue(std::string_view text, const Variant& value) {
   return number && NumbersEqual(Variant(*number), value);
 }
 
+template <class T>
+int Order(const T& a, const T& b) {
+  return a < b ? -1 : (b < a ? 1 : 0);
+}
+
+bool IsWideExact(VbVarType type) { return type == vbLongLong || type == vbDecimal; }
+
 }  // namespace
+
+namespace internal {
+
+int CompareNumbers(const Variant& a, const Variant& b) {
+  const VbVarType ta = a.VarType();
+  const VbVarType tb = b.VarType();
+  if (IsExactKind(ta) && IsExactKind(tb) && ta != vbDecimal && tb != vbDecimal) {
+    return Order(ExactUnits(a), ExactUnits(b));
+  }
+  if ((IsExactKind(ta) && IsExactKind(tb)) || IsWideExact(ta) || IsWideExact(tb)) {
+    try {
+      return DecimalCompare(a.ToDecimal(), b.ToDecimal());
+    } catch (const VbError&) {
+      // a Double beyond the Decimal range: the Doubles order it
+    }
+  }
+  return Order(RealValue(a), RealValue(b));
+}
+
+}  // namespace internal
 
 bool ValuesEqual(const Variant& A, const Variant& B) noexcept {
   if (A.IsBlank() || B.IsBlank()) {

@@ -147,8 +147,9 @@ double Variant::ToDouble() const {
     case vbDecimal:
       return internal::DecimalToDouble(AsDecimal());
     case vbDouble:
-    case vbDate:
       return AsDouble();
+    case vbDate:
+      return AsDate().Value;
     case vbCurrency:
       return internal::CurrencyToDouble(AsCurrency());
     case vbBoolean:
@@ -215,8 +216,9 @@ Decimal Variant::ToDecimal() const {
     case vbDecimal:
       return AsDecimal();
     case vbDouble:
-    case vbDate:
       return internal::DecimalFromDouble(AsDouble());
+    case vbDate:
+      return internal::DecimalFromDouble(AsDate().Value);
     case vbString:
       return DecimalOfText(StringView());
     default:  // Empty, Boolean and the whole kinds

@@ -4,6 +4,7 @@
 #include "automation/decimal_math.h"
 
 #include <algorithm>
+#include <cassert>
 #include <charconv>
 #include <cmath>
 
@@ -83,8 +84,11 @@ void Add(Wide& a, const Wide& b) {
   }
 }
 
+int Compare(const Wide& a, const Wide& b);
+
 // a -= b; REQUIRES a >= b.
 void Subtract(Wide& a, const Wide& b) {
+  assert(Compare(a, b) >= 0);
   int64_t borrow = 0;
   for (int i = 0; i < kLimbs; ++i) {
     const int64_t difference = int64_t{a.limb[i]} - b.limb[i] - borrow;

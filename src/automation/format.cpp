@@ -143,7 +143,7 @@ std::string Format(const Variant& Value, const std::string& Pattern) {
   if (Value.IsString() && !IsNumeric(Value)) {
     return Value.ToString();
   }
-  return internal::FormatNumberPattern(Value.ToDouble(), pattern);
+  return internal::FormatNumberPattern(Value, pattern);
 }
 
 }  // namespace varnel

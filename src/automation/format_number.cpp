@@ -3,8 +3,10 @@
 // places is written after the number.
 #include <charconv>
 #include <cmath>
+#include <optional>
 #include <vector>
 
+#include "automation/decimal_math.h"
 #include "automation/format_rules.h"
 
 namespace varnel::internal {
@@ -66,26 +68,78 @@ NumberPattern ParseSection(std::string_view section) {
   return np;
 }
 
-// The 15 significant digits of a positive value: value = d.ddd x 10^exponent.
-void SignificantDigits(double value, std::string& digits, int& exponent) {
-  digits.clear();
-  exponent = 0;
+// A number as its significant digits: |value| = d.ddd x 10^exponent; no
+// digits for zero.
+struct Digits {
+  std::string digits;
+  int exponent = 0;
+  bool negative = false;
+};
+
+// The 15 significant digits of a Double, as the platform writes it.
+Digits DoubleDigits(double value) {
+  Digits d;
+  d.negative = value < 0;
   if (value == 0) {
-    return;
+    return d;
   }
   char buffer[40];
-  auto result =
-      std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::scientific, 14);
+  auto result = std::to_chars(buffer, buffer + sizeof buffer, std::fabs(value),
+                              std::chars_format::scientific, 14);
   std::string_view text(buffer, static_cast<size_t>(result.ptr - buffer));
   size_t mark = text.find('e');
   for (char c : text.substr(0, mark)) {
     if (c != '.') {
-      digits.push_back(c);
+      d.digits.push_back(c);
     }
   }
-  digits.erase(digits.find_last_not_of('0') + 1);
+  d.digits.erase(d.digits.find_last_not_of('0') + 1);
   std::from_chars(text.data() + mark + (text[mark + 1] == '+' ? 2 : 1), text.data() + text.size(),
-                  exponent);
+                  d.exponent);
+  return d;
+}
+
+// Every digit of an exact value, read from its exact text ("-123.45").
+Digits ExactDigits(const Decimal& value) {
+  Digits d;
+  std::string text = DecimalText(value);
+  d.negative = text.front() == '-';
+  if (d.negative) {
+    text.erase(0, 1);
+  }
+  const size_t point = text.find('.');
+  const size_t integer_size = point == std::string::npos ? text.size() : point;
+  if (point != std::string::npos) {
+    text.erase(point, 1);
+  }
+  const size_t first = text.find_first_not_of('0');
+  if (first == std::string::npos) {
+    d.negative = false;
+    return d;
+  }
+  d.exponent = static_cast<int>(integer_size) - 1 - static_cast<int>(first);
+  d.digits = text.substr(first);
+  d.digits.erase(d.digits.find_last_not_of('0') + 1);
+  return d;
+}
+
+// The digits of a value: every digit of the exact kinds (and of numeric text
+// that a Double cannot hold), the 15 significant digits of the others.
+Digits DigitsOf(const Variant& value) {
+  const VbVarType type = value.VarType();
+  if (type == vbLongLong || type == vbDecimal || type == vbCurrency) {
+    return ExactDigits(value.ToDecimal());
+  }
+  if (value.IsString()) {
+    if (std::optional<Variant> exact = ExactNumberOfText(value.StringView())) {
+      return ExactDigits(exact->ToDecimal());
+    }
+  }
+  const double number = value.ToDouble();
+  if (!std::isfinite(number)) {
+    RaiseError(6);  // no digits to write
+  }
+  return DoubleDigits(number);
 }
 
 // Keeps the first `keep` digits, rounding half away from zero.
@@ -130,12 +184,11 @@ std::string Grouped(const std::string& integer) {
 
 // The digits, point and exponent of a non-negative value; `zero` tells whether
 // every written digit is 0.
-std::string FormatDigits(double value, const NumberPattern& np, bool& zero) {
-  std::string digits;
-  int exponent = 0;
-  SignificantDigits(value, digits, exponent);
+std::string FormatDigits(Digits number, const NumberPattern& np, bool& zero) {
+  std::string& digits = number.digits;
+  int& exponent = number.exponent;
   if (np.percent && !digits.empty()) {
-    exponent += 2;  // times 100 on the digits: exact, and never beyond a Double
+    exponent += 2;  // times 100 on the digits: exact, whatever the kind
   }
   int integer_places = std::max(np.integer_zeros, 1);
   int shown_exponent = 0;
@@ -197,23 +250,22 @@ std::vector<std::string_view> SplitSections(std::string_view pattern) {
 
 }  // namespace
 
-std::string FormatNumberPattern(double value, std::string_view pattern) {
-  if (!std::isfinite(value)) {
-    RaiseError(6);  // no digits to write
-  }
+std::string FormatNumberPattern(const Variant& value, std::string_view pattern) {
+  const Digits number = DigitsOf(value);
+  const bool is_zero = number.digits.empty();
   std::vector<std::string_view> sections = SplitSections(pattern);
   std::string_view section = sections[0];
   bool sign = false;
-  if (value == 0 && sections.size() >= 3 && !sections[2].empty()) {
+  if (is_zero && sections.size() >= 3 && !sections[2].empty()) {
     section = sections[2];
-  } else if (value < 0 && sections.size() >= 2 && !sections[1].empty()) {
+  } else if (number.negative && sections.size() >= 2 && !sections[1].empty()) {
     section = sections[1];
   } else {
-    sign = value < 0;
+    sign = number.negative;
   }
   NumberPattern np = ParseSection(section);
   bool zero = false;
-  std::string body = np.prefix + FormatDigits(std::fabs(value), np, zero) + np.suffix;
+  std::string body = np.prefix + FormatDigits(number, np, zero) + np.suffix;
   return sign && !zero ? "-" + body : body;
 }
 

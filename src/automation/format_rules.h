@@ -20,8 +20,10 @@ std::string FormatDatePattern(Date value, std::string_view pattern);
 
 // Number patterns: 0 and # digit places, "." decimal point, "," thousands
 // grouping, % percent, E+00 / E-00 scientific, up to three sections
-// "positive;negative;zero". Rounds half away from zero on the 15 significant
-// digits of the value.
-std::string FormatNumberPattern(double value, std::string_view pattern);
+// "positive;negative;zero". Rounds half away from zero on every digit of a
+// LongLong, Decimal or Currency (and of numeric text a Double cannot hold), on
+// the 15 significant digits of other values. Raises 13 for text that is no
+// number, 6 for a Double that is not finite.
+std::string FormatNumberPattern(const Variant& value, std::string_view pattern);
 
 }  // namespace varnel::internal

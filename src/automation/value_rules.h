@@ -20,6 +20,12 @@ inline double CurrencyToDouble(Currency Value) { return static_cast<double>(Valu
 // is not numeric, 6 when it is beyond a Double.
 double TextToDouble(std::string_view Text);
 
+// -1, 0 or 1 as number a is below, equal to or above number b (Integer, Long,
+// LongLong, Double, Currency, Decimal; Boolean as -1 or 0). Exact kinds compare
+// exactly with each other; a Double beside a LongLong or Decimal compares as a
+// Decimal when it converts to one, else every side compares as a Double.
+int CompareNumbers(const Variant& a, const Variant& b);
+
 // CStr of a date: "m/d/yyyy h:nn:ss AM", the date alone when the time is
 // midnight, the time alone when the day is 1899-12-30.
 std::string DateText(Date Value);

@@ -5,6 +5,7 @@
 #include "varnel/variant.h"
 
 #include <atomic>
+#include <cassert>
 #include <cstddef>
 #include <cstring>
 #include <new>
@@ -46,6 +47,7 @@ Variant::Variant(int64_t Value) noexcept : tag_(Tag::LongLong) {
 
 // The low 64 bits in bits_; the high 32 bits, the scale and the sign in small_.
 Variant::Variant(Decimal Value) noexcept : bits_(Value.Lo), small_size_(0), tag_(Tag::Decimal) {
+  assert(Value.Scale <= 28);
   std::memcpy(small_, &Value.Hi, sizeof Value.Hi);
   small_[4] = static_cast<char>(Value.Scale);
   small_[5] = static_cast<char>((Value.Negative && (Value.Lo != 0 || Value.Hi != 0)) ? 1 : 0);
@@ -198,49 +200,6 @@ bool Variant::IsNumber() const noexcept {
          tag_ == Tag::Currency || tag_ == Tag::LongLong || tag_ == Tag::Decimal;
 }
 
-int16_t Variant::AsInteger() const noexcept {
-  int16_t value;
-  std::memcpy(&value, &bits_, sizeof value);
-  return value;
-}
-
-int32_t Variant::AsLong() const noexcept {
-  int32_t value;
-  std::memcpy(&value, &bits_, sizeof value);
-  return value;
-}
-
-int64_t Variant::AsLongLong() const noexcept {
-  int64_t value;
-  std::memcpy(&value, &bits_, sizeof value);
-  return value;
-}
-
-Decimal Variant::AsDecimal() const noexcept {
-  Decimal value;
-  value.Lo = bits_;
-  std::memcpy(&value.Hi, small_, sizeof value.Hi);
-  value.Scale = static_cast<uint8_t>(small_[4]);
-  value.Negative = small_[5] != 0;
-  return value;
-}
-
-double Variant::AsDouble() const noexcept {
-  double value;
-  std::memcpy(&value, &bits_, sizeof value);
-  return value;
-}
-
-Currency Variant::AsCurrency() const noexcept {
-  Currency value;
-  std::memcpy(&value.Value, &bits_, sizeof value.Value);
-  return value;
-}
-
-Date Variant::AsDate() const noexcept { return Date{AsDouble()}; }
-
-bool Variant::AsBoolean() const noexcept { return bits_ != 0; }
-
 std::string_view Variant::StringView() const noexcept {
   if (tag_ == Tag::SmallString) {
     return std::string_view(reinterpret_cast<const char*>(this), small_size_);
@@ -265,8 +224,9 @@ bool operator==(const Variant& A, const Variant& B) noexcept {
     case vbLong:
       return A.AsLong() == B.AsLong();
     case vbDouble:
-    case vbDate:
       return A.AsDouble() == B.AsDouble();
+    case vbDate:
+      return A.AsDate() == B.AsDate();
     case vbCurrency:
       return A.AsCurrency() == B.AsCurrency();
     case vbBoolean:

@@ -4,10 +4,11 @@
 // the general evaluation.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <new>
 #include <optional>
 
+#include "automation/variant_bits.h"
 #include "compute/compiled_expression.h"
 
 namespace varnel::internal {
@@ -22,39 +23,13 @@ struct FieldPair {
 // field, push a field, apply op, result"; nullopt for any other plan.
 std::optional<FieldPair> FieldPairOf(const CompiledExpression& code);
 
-// a op b for a whole number (Integer or Long) times Currency, in either order:
-// the platform's Currency product, w * (u/10000) = w*u units exactly. False,
-// with result untouched, for any other kinds, operator or an overflow; the
-// general operators then give the value or the error.
-// Inline: it runs once per row of a load.
-inline bool QuickProduct(const Variant& a, char op, const Variant& b, Variant& result) {
-  if (op != '*') {
-    return false;
-  }
-  const VbVarType left = a.VarType();
-  const VbVarType right = b.VarType();
-  int64_t whole = 0;
-  int64_t units = 0;
-  if ((left == vbLong || left == vbInteger) && right == vbCurrency) {
-    whole = left == vbLong ? a.AsLong() : a.AsInteger();
-    units = b.AsCurrency().Value;
-  } else if (left == vbCurrency && (right == vbLong || right == vbInteger)) {
-    whole = right == vbLong ? b.AsLong() : b.AsInteger();
-    units = a.AsCurrency().Value;
-  } else {
-    return false;
-  }
-  int64_t product = 0;
-  if (__builtin_mul_overflow(whole, units, &product)) {
-    return false;
-  }
-  // Rebuilt in place: no temporary to move from and destroy on every row; a
-  // blank (what a load leaves there) owns nothing and needs no destructor.
-  if (!result.IsBlank()) {
-    result.~Variant();
-  }
-  new (&result) Variant(Currency{product});
-  return true;
-}
+// out[row] = left[row] * right[row] for the rows from first (below end) while
+// each pair is a whole number (Integer, Long) and a Currency, in either order,
+// whose product fits: the operator's product (WholeTimesCurrency), written
+// without building Variants. Returns the first row it did not compute; the
+// general evaluation gives that row its value or its error.
+// REQUIRES bits.Usable().
+size_t MultiplyWholeByCurrency(const NumberBits& bits, const Variant* left, const Variant* right,
+                               Variant* out, size_t first, size_t end);
 
 }  // namespace varnel::internal

@@ -290,20 +290,14 @@ class RowsEvaluation {
   // message, no client code can run); returns the first row that needs the
   // general evaluation.
   int32_t QuickRows(int32_t first, int32_t last) {
-    if (!pair_ || state_.edit_status == E_Query || first < 0) {
+    if (!pair_ || pair_->op != '*' || !bits_.Usable() || state_.edit_status == E_Query ||
+        first < 0) {
       return first;
     }
-    const Variant* left = left_->data();
-    const Variant* right = right_->data();
-    Variant* out = out_.data();
-    const char op = pair_->op;
     const size_t end = std::min({left_->size(), right_->size(), out_.size(),
                                  static_cast<size_t>(std::max(last, first - 1)) + 1});
-    size_t row = static_cast<size_t>(first);
-    while (row < end && QuickProduct(left[row], op, right[row], out[row])) {
-      ++row;
-    }
-    return static_cast<int32_t>(row);
+    return static_cast<int32_t>(MultiplyWholeByCurrency(
+        bits_, left_->data(), right_->data(), out_.data(), static_cast<size_t>(first), end));
   }
 
   void General(int32_t row) {
@@ -352,6 +346,7 @@ class RowsEvaluation {
   StacksInUse stacks_;
   const CompiledExpression* code_ = nullptr;
   std::optional<FieldPair> pair_;
+  const NumberBits bits_;
   const std::vector<Variant>* left_ = nullptr;
   const std::vector<Variant>* right_ = nullptr;
 };

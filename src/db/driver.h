@@ -38,10 +38,12 @@ class Statement {
   // Moves to the next row; false after the last one (the statement then holds
   // no lock on the database).
   [[nodiscard]] virtual bool Step() = 0;
-  // The value of a column of the current row. REQUIRES: the last Step was true.
+  // The value of a column of the current row. REQUIRES: the last Step was true
+  // and 0 <= column < Columns().size().
   virtual Variant Value(int32_t column) const = 0;
   // Appends the current row's value of column columns[i] to *outputs[i] for
-  // i < count: the bulk read, one call per row. REQUIRES: the last Step was true.
+  // i < count: the bulk read, one call per row. REQUIRES: the last Step was
+  // true, each columns[i] is a column (as for Value) and each outputs[i] is set.
   virtual void AppendRow(const int32_t* columns, std::vector<Variant>* const* outputs,
                          std::size_t count) const = 0;
 };
@@ -61,8 +63,11 @@ class Driver {
   virtual std::unique_ptr<Statement> PrepareBound(std::string_view sql,
                                                   const std::vector<Variant>& params) = 0;
 
+  // REQUIRES !InTransaction() (transactions do not nest).
   virtual void BeginTransaction() = 0;
+  // REQUIRES InTransaction().
   virtual void CommitTransaction() = 0;
+  // REQUIRES InTransaction().
   virtual void RollbackTransaction() = 0;
   virtual bool InTransaction() const = 0;
 

@@ -5,6 +5,9 @@
 #include <cctype>
 #include <string_view>
 
+#include "automation/decimal_math.h"
+#include "automation/value_rules.h"
+
 namespace varnel::db::internal {
 namespace {
 
@@ -44,6 +47,20 @@ bool ContainsNoCase(std::string_view text, std::string_view part) {
     }
   }
   return false;
+}
+
+// The value as a number with every digit: numeric text that a Double cannot
+// hold reads as a LongLong or a Decimal, as the recordset loads such columns.
+std::optional<Variant> NumberOf(const Variant& value) {
+  if (value.IsString()) {
+    if (std::optional<Variant> exact = varnel::internal::ExactNumberOfText(value.StringView())) {
+      return exact;
+    }
+  } else if (value.IsNumber()) {
+    return value;
+  }
+  const std::optional<double> number = Try([&] { return value.ToDouble(); });
+  return number ? std::optional<Variant>(Variant(*number)) : std::nullopt;
 }
 
 template <class T>
@@ -136,7 +153,7 @@ CompiledFilter::Term CompiledFilter::CompileTerm(const FilterTerm& source, int32
     term.text = std::string(core);
     return term;
   }
-  term.number = Try([&] { return value.ToDouble(); });
+  term.number = NumberOf(value);
   term.date = Try([&] { return CDate(value).Value; });
   term.boolean = Try([&] { return value.ToBool(); });
   return term;
@@ -217,7 +234,10 @@ bool CompiledFilter::TermMatches(const Term& term, const Variant& cell,
                   : std::nullopt;
       break;
     default:
-      order = term.number ? std::optional(Compare(cell.ToDouble(), *term.number)) : std::nullopt;
+      order = !term.number ? std::nullopt
+              : cell.IsNumber()
+                  ? std::optional(varnel::internal::CompareNumbers(cell, *term.number))
+                  : std::optional(Compare(cell.ToDouble(), term.number->ToDouble()));
       break;
   }
   if (!order) {

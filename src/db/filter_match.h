@@ -36,7 +36,7 @@ class CompiledFilter {
     FilterOp op = FilterOp::Equal;
     bool null_test = false;        // the value is NULL
     std::string text;              // the value as text (LIKE: the pattern core)
-    std::optional<double> number;  // as a number, when it converts
+    std::optional<Variant> number;  // as a number with every digit, when it converts
     std::optional<double> date;    // as a date serial, when it converts
     std::optional<bool> boolean;   // as a Boolean, when it converts
     LikeShape like = LikeShape::Exact;

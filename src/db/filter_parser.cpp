@@ -3,6 +3,7 @@
 #include <cctype>
 #include <utility>
 
+#include "automation/decimal_math.h"
 #include "automation/numeric_text.h"
 
 namespace varnel::db::internal {
@@ -204,6 +205,10 @@ class FilterParser {
   }
 
   bool ParseNumber(FilterTerm& term) {
+    if (std::optional<Variant> exact = varnel::internal::ExactNumberOfText(token_.text)) {
+      term.value = *exact;  // every digit: a 19-digit key must not match its neighbour
+      return term.op != FilterOp::Like || NeedText();
+    }
     const std::optional<double> number = varnel::internal::ParseNumber(token_.text);
     if (!number) {
       Fail(token_.position, "'" + token_.text + "' is not a number");

@@ -2,6 +2,7 @@
 // needs them, all its rows held column by column, with the filter's view.
 #pragma once
 
+#include <cassert>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -26,7 +27,7 @@ struct RecordsetData {
   // The cursor, counted over the visible rows: -1 is Bof, Count() is Eof.
   int32_t position = 0;
 
-  // REQUIRES an open recordset (raises 3704 otherwise).
+  // Raises 3704 unless the recordset is open.
   void RequireOpen() const;
   // Reads every row once, on the first call that needs them.
   void EnsureLoaded();
@@ -34,7 +35,10 @@ struct RecordsetData {
   int32_t Count() const { return filtered ? static_cast<int32_t>(visible.size()) : row_count; }
   bool HasCurrentRow() const { return position >= 0 && position < Count(); }
   // The row (in values) at a visible position. REQUIRES 0 <= Position < Count().
-  int32_t RowAt(int32_t at) const { return filtered ? visible[at] : at; }
+  int32_t RowAt(int32_t at) const {
+    assert(at >= 0 && at < Count());
+    return filtered ? visible[at] : at;
+  }
   // The current row; raises 3021 when there is none.
   int32_t CurrentRow() const;
   // The column called Name, exactly; raises 3265 when there is none.

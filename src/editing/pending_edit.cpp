@@ -1,5 +1,6 @@
 #include "editing/pending_edit.h"
 
+#include "recordset/edit_state.h"
 #include "recordset/recordset_state.h"
 #include "recordset/row_store.h"
 
@@ -27,6 +28,10 @@ const std::vector<std::shared_ptr<ClsFields>>& PendingEdit::Fields() const { ret
 
 Enum_EditStatus PendingEdit::Status() const { return rs_.edit_status; }
 
+bool PendingEdit::ChangesLoadedRow() const {
+  return rs_.edit_status == E_Modify || IsDeletionToSave(rs_.edit_status);
+}
+
 int32_t PendingEdit::Rows() const { return rs_.Rows(); }
 
 std::vector<Variant> PendingEdit::ValuesAt(int32_t row) const { return RowValues(rs_, row); }
@@ -42,5 +47,7 @@ int32_t PendingEdit::DeletedRow() const { return rs_.deleted_row; }
 std::optional<std::vector<Variant>> PendingEdit::DeletedValues() const {
   return LinedUp(rs_, rs_.deleted_values);
 }
+
+bool& PendingEdit::ErrorState() const { return rs_.self.SysErrState; }
 
 }  // namespace varnel::internal

@@ -130,6 +130,20 @@ std::optional<Variant> ReadExactNumber(const Variant& value) {
   return number ? std::optional<Variant>(Variant(*number)) : std::nullopt;
 }
 
+std::optional<Variant> ReadExactPercent(const Variant& value) {
+  if (value.IsString()) {
+    const std::string_view text = TrimAround(value.StringView());
+    if (text.ends_with('%')) {
+      if (std::optional<Variant> exact = ExactNumberOfText(text.substr(0, text.size() - 1))) {
+        return Variant(DecimalDivide(exact->ToDecimal(), DecimalFromInt(100)));
+      }
+      const std::optional<double> fraction = ReadPercent(value);
+      return fraction ? std::optional<Variant>(Variant(*fraction)) : std::nullopt;
+    }
+  }
+  return ReadExactNumber(value);
+}
+
 std::string WriteExactNumber(const Variant& value) {
   return value.VarType() == vbDouble ? NumberText(value.AsDouble()) : CStr(value);
 }
@@ -196,6 +210,13 @@ std::optional<Date> ReadDate(const Variant& value) {
 }
 
 Date CutToDateType(Date value, Enum_DateType type) { return CutDate(value, type); }
+
+Variant AsLoaded(const ClsFields& field, const Variant& value) {
+  if (field.FieldType != F_Date || value.IsBlank()) {
+    return value;
+  }
+  return Variant(CutDate(value.ToDate(), field.DateType));
+}
 
 std::string WriteDate(Date value, Enum_DateType type) {
   return Format(Variant(value), std::string(DatePattern(type)));

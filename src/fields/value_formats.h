@@ -39,6 +39,10 @@ std::string WriteNumber(double value);
 // is; text with more significant digits than a Double keeps as a LongLong
 // (whole) or a Decimal; anything else as ReadNumber reads it, in a Double.
 std::optional<Variant> ReadExactNumber(const Variant& value);
+// A fraction with every digit: as ReadPercent, but a percent or number with
+// more significant digits than a Double keeps reads as a Decimal or LongLong
+// ("12.34567890123456789%" is 0.1234567890123456789).
+std::optional<Variant> ReadExactPercent(const Variant& value);
 // The standard text form of what ReadExactNumber gives: every digit of a
 // LongLong or Decimal ("1234567890123456"), WriteNumber for a Double.
 std::string WriteExactNumber(const Variant& value);
@@ -71,6 +75,9 @@ std::optional<Date> ReadDate(const Variant& value);
 // The date cut to what its DateType keeps (the day for D_YMD, the time of day
 // for D_HNS, ...), as a load cuts it.
 Date CutToDateType(Date value, Enum_DateType type);
+// A value read from the field's column as the load keeps it: a date field's
+// date cut to its DateType, anything else as it is.
+Variant AsLoaded(const ClsFields& field, const Variant& value);
 // The date as a user reads it: Format with DatePattern(type).
 std::string WriteDate(Date value, Enum_DateType type);
 // The date as a SQL literal in single quotes, in the dialect's form.

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <exception>
+#include <memory>
+#include <mutex>
 #include <vector>
 
 namespace varnel::internal {
@@ -15,9 +17,34 @@ struct ThreadErrors {
   ErrorInfo last;
 };
 
+// A replacement for a thread whose own errors are gone, kept (reachable) until
+// the process ends.
+ThreadErrors& KeptForever() {
+  static std::mutex* const guard = new std::mutex;
+  static auto* const kept = new std::vector<std::unique_ptr<ThreadErrors>>;
+  const std::lock_guard<std::mutex> lock(*guard);
+  kept->push_back(std::make_unique<ThreadErrors>());
+  return *kept->back();
+}
+
+// The thread's errors. A recordset destroyed after them (by a static or a
+// later thread_local destructor, as a program's global recordset is at exit)
+// gets a replacement instead of freed memory.
 ThreadErrors& Errors() {
-  thread_local ThreadErrors errors;
-  return errors;
+  thread_local bool ended = false;  // trivially destroyed: readable while the thread lives
+  struct Owned {
+    ThreadErrors errors;
+    ~Owned() { ended = true; }
+  };
+  thread_local Owned owned;
+  thread_local ThreadErrors* replacement = nullptr;
+  if (!ended) {
+    return owned.errors;
+  }
+  if (replacement == nullptr) {
+    replacement = &KeptForever();
+  }
+  return *replacement;
 }
 
 bool IsIdentifierChar(char c) {

@@ -19,17 +19,11 @@ class NumberKind final : public ComparisonKind {
   ValueKindId id() const override { return ValueKindId::kNumber; }
   std::optional<std::string> Compare(CompareOp op, std::string_view value) override {
     const Variant typed{value};
-    if (type_ != N_Percent) {
-      // Every digit: a 16-digit account number must not become 1.23456789012346E+15.
-      const std::optional<Variant> number = ReadExactNumber(typed);
-      return number ? std::optional(column_ + std::string(OpText(op)) + WriteExactNumber(*number))
-                    : std::nullopt;
-    }
-    const std::optional<double> fraction = ReadPercent(typed);
-    if (!fraction) {
-      return std::nullopt;
-    }
-    return column_ + std::string(OpText(op)) + WriteNumber(*fraction);
+    // Every digit: a 16-digit account number must not become 1.23456789012346E+15.
+    const std::optional<Variant> number =
+        type_ == N_Percent ? ReadExactPercent(typed) : ReadExactNumber(typed);
+    return number ? std::optional(column_ + std::string(OpText(op)) + WriteExactNumber(*number))
+                  : std::nullopt;
   }
 
  private:

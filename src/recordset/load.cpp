@@ -14,6 +14,7 @@
 #include "automation/calendar.h"
 #include "db/recordset_access.h"
 #include "fields/field_access.h"
+#include "fields/value_formats.h"
 #include "recordset/data_source.h"
 #include "recordset/row_store.h"
 #include "varnel/messages.h"
@@ -102,9 +103,7 @@ void CutDates(RecordsetState& rs, const ColumnPlan& plan) {
     }
     std::vector<Variant>& values = FieldAccess::Values(field);
     for (size_t row = 1; row < values.size(); ++row) {
-      if (!values[row].IsBlank()) {
-        values[row] = Variant(CutDate(values[row].ToDate(), field.DateType));
-      }
+      values[row] = AsLoaded(field, values[row]);
     }
   }
 }

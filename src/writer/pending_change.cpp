@@ -31,7 +31,8 @@ std::vector<RowChange> PendingChanges(const PendingEdit& edit) {
       const int32_t row = edit.SavedRow();
       auto before = edit.SavedValues();
       if (before && row > 0 && row <= edit.Rows()) {
-        changes.push_back(RowChange{ChangeKind::Update, row, std::move(*before), edit.ValuesAt(row)});
+        changes.push_back(
+            RowChange{ChangeKind::Update, row, std::move(*before), edit.ValuesAt(row)});
       }
       break;
     }

@@ -21,6 +21,9 @@ struct RowChange {
   std::vector<Variant> before;
   // Insert, Update: every field's value now, in field order.
   std::vector<Variant> after;
+  // Table without a key: the rows holding the values this change looks for
+  // (after; before for a delete) just before it was written; -1 when not counted.
+  int64_t matching = -1;
 };
 
 // The changes that saving the current edit status means, in the order they

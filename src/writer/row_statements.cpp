@@ -3,6 +3,7 @@
 #include <strings.h>
 
 #include <algorithm>
+#include <cassert>
 
 #include "db/sql_quote.h"
 
@@ -127,6 +128,7 @@ Statement DeleteStatement(const WriteLayout& layout, const db::internal::TableCa
 
 Statement SelectByKey(const WriteLayout& layout, const db::internal::TableCatalog& catalog,
                       const std::vector<Variant>& values) {
+  assert(!layout.keys.empty());
   WriteLayout by_key = layout;
   by_key.by_key_alone = true;
   Statement statement;

@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "db/driver.h"
-#include "messages/error_trap.h"
 #include "editing/pending_edit.h"
+#include "messages/error_trap.h"
 #include "varnel/messages.h"
 #include "writer/writer_texts.h"
 
@@ -135,7 +135,8 @@ WriteLayout TableWriterEngine::LayoutOf(const std::string& table,
   }
   for (const std::string& key : keys) {
     size_t i = 0;
-    while (i < rs.Fields().size() && !(rs.Fields()[i]->IsData && SameName(rs.Fields()[i]->Name, key))) {
+    while (i < rs.Fields().size() &&
+           !(rs.Fields()[i]->IsData && SameName(rs.Fields()[i]->Name, key))) {
       ++i;
     }
     if (i == rs.Fields().size()) {
@@ -231,7 +232,9 @@ Enum_EditRecord TableWriterEngine::Refuse(const Target* target,
   std::string text = failure.text;
   if (failure.conflict && target != nullptr) {
     NoteConflict(*target, changes);
-    if (conflict_ && conflict_->shown.RowDeleted) {
+    if (conflict_ && conflict_->shown.KeyLess) {
+      text = WriterMessage(WriterText::KeylessConflict);
+    } else if (conflict_ && conflict_->shown.RowDeleted) {
       text = WriterMessage(WriterText::RowDeleted);
     }
   }
@@ -243,7 +246,12 @@ std::vector<RowChange> TableWriterEngine::WriteChanges(const Target& target,
                                                        const std::vector<RowChange>& changes,
                                                        std::vector<GeneratedValue>& generated) {
   std::vector<RowChange> written;
-  for (const RowChange& change : changes) {
+  for (RowChange change : changes) {
+    if (target.layout.keys.empty()) {
+      // counted first, so that after an unknown commit the count tells whether it was written
+      change.matching =
+          CountRows(target, change.kind == ChangeKind::Delete ? change.before : change.after);
+    }
     switch (change.kind) {
       case ChangeKind::Insert:
         written.push_back(RunInsert(target, change, generated));
@@ -301,9 +309,9 @@ RowChange TableWriterEngine::RunInsert(const Target& target, const RowChange& ch
   const auto values = target.catalog->InsertedRowKey(target.layout.table, quoted);
   for (size_t i = 0; values && i < blank_keys.size(); ++i) {
     if ((*values)[i].IsBlank()) {
-      throw VbError(kInvalidUseOfNull, WriterMessage(WriterText::EmptyKey,
-                                                     FieldLabel(PendingEdit(recordset_),
-                                                                blank_keys[i]->name)));
+      throw VbError(kInvalidUseOfNull,
+                    WriterMessage(WriterText::EmptyKey,
+                                  FieldLabel(PendingEdit(recordset_), blank_keys[i]->name)));
     }
     generated.push_back({change.row, blank_keys[i]->field, (*values)[i]});
     written.after[blank_keys[i]->field] = (*values)[i];

@@ -111,6 +111,8 @@ class TableWriterEngine {
                                               const std::vector<RowChange>& changes,
                                               std::vector<GeneratedValue>& generated);
   bool WasWritten(const Target& target, const RowChange& written);
+  // The number of rows that hold Values, found as an UPDATE finds its row.
+  int64_t CountRows(const Target& target, const std::vector<Variant>& values);
   void ShowDatabaseRow(const Target& target, int32_t row, const std::vector<Variant>& values);
 
   ClsRecordset& recordset_;

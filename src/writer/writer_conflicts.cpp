@@ -4,18 +4,15 @@
 #include <utility>
 
 #include "db/driver.h"
-#include "messages/error_trap.h"
 #include "editing/pending_edit.h"
+#include "fields/value_formats.h"
+#include "messages/error_trap.h"
 #include "varnel/messages.h"
 #include "writer/table_writer_engine.h"
 #include "writer/writer_texts.h"
 
 namespace varnel::internal {
 namespace {
-
-bool IsPendingEdit(Enum_EditStatus status) {
-  return status == E_Modify || status == E_Delete || status == E_ModifyDelete;
-}
 
 bool SameValue(const Variant& a, const Variant& b) {
   return a.IsBlank() ? b.IsBlank() : !b.IsBlank() && ValuesEqual(a, b);
@@ -30,9 +27,13 @@ int32_t EditedRow(const PendingEdit& rs, Enum_EditStatus status) {
 }  // namespace
 
 // The written columns of the row whose keys hold those of Values, in the
-// layout's order; nullopt when there is no such row.
+// layout's order; nullopt when there is no such row, and always for a table
+// without a key: its row is known only by values it no longer holds.
 std::optional<std::vector<Variant>> TableWriterEngine::ReadRow(const Target& target,
                                                                const std::vector<Variant>& values) {
+  if (target.layout.keys.empty()) {
+    return std::nullopt;
+  }
   const Statement select = SelectByKey(target.layout, *target.catalog, values);
   db::internal::Driver& driver = target.connection->Driver();
   const auto statement = driver.PrepareBound(driver.DatabaseSql(select.sql), select.params);
@@ -50,14 +51,18 @@ std::optional<std::vector<Variant>> TableWriterEngine::ReadRow(const Target& tar
 void TableWriterEngine::NoteConflict(const Target& target, const std::vector<RowChange>& changes) {
   conflict_.reset();
   const PendingEdit rs(recordset_);
-  if (target.layout.keys.empty() || changes.empty() || changes[0].kind == ChangeKind::Insert) {
-    return;  // without a key the row cannot be found again
+  if (changes.empty() || changes[0].kind == ChangeKind::Insert) {
+    return;
   }
   const RowChange& change = changes[0];
   const auto now = Quiet(std::optional<std::vector<Variant>>(), [&] {
     return std::optional<std::vector<Variant>>(ReadRow(target, change.before));
   });
-  Conflict conflict{{rs.Status(), change.kind == ChangeKind::Update ? change.row : 0, !now, {}},
+  Conflict conflict{{rs.Status(),
+                     change.kind == ChangeKind::Update ? change.row : 0,
+                     !now,
+                     target.layout.keys.empty(),
+                     {}},
                     change};
   for (size_t i = 0; i < target.layout.written.size(); ++i) {
     const ColumnRef& column = target.layout.written[i];
@@ -66,7 +71,8 @@ void TableWriterEngine::NoteConflict(const Target& target, const std::vector<Row
     field.DisplayName = FieldLabel(rs, column.name);
     field.Loaded = change.before[column.field];
     field.Typed = change.kind == ChangeKind::Update ? change.after[column.field] : field.Loaded;
-    field.Database = now ? (*now)[i] : Variant();
+    // as a load shows it, so a day field's stored time is no change by others
+    field.Database = now ? AsLoaded(*rs.Fields()[column.field], (*now)[i]) : Variant();
     field.ChangedByOthers = now && !SameValue(field.Loaded, field.Database);
     conflict.shown.Fields.push_back(std::move(field));
   }
@@ -91,6 +97,10 @@ std::vector<RowChange> TableWriterEngine::OverTheirs(const Target& target,
     if (change.kind == ChangeKind::Insert) {
       over.push_back(change);
       continue;
+    }
+    if (target.layout.keys.empty() && change.kind == ChangeKind::Update) {
+      // Their version cannot be found: writing ours as a new row could leave both.
+      throw VbError(kRowNotLocatedError, WriterMessage(WriterText::KeylessKeepMine));
     }
     const auto now = ReadRow(target, change.before);
     if (!now) {
@@ -131,7 +141,7 @@ std::vector<RowChange> TableWriterEngine::SettleUnknownOutcome(
     const Target& target, const std::vector<RowChange>& changes,
     std::vector<GeneratedValue>& generated) {
   Unsettled& unsettled = *unsettled_;
-  if (!unsettled.maybe.empty() && !target.layout.keys.empty() &&
+  if (!unsettled.maybe.empty() &&
       WasWritten(target, unsettled.maybe[0])) {  // one transaction: all of it, or none
     unsettled.known = unsettled.maybe;
   }
@@ -158,7 +168,23 @@ std::vector<RowChange> TableWriterEngine::SettleUnknownOutcome(
   return rest;
 }
 
+int64_t TableWriterEngine::CountRows(const Target& target, const std::vector<Variant>& values) {
+  const Statement count = CountMatching(target.layout, *target.catalog, values);
+  db::internal::Driver& driver = target.connection->Driver();
+  const auto statement = driver.PrepareBound(driver.DatabaseSql(count.sql), count.params);
+  const int64_t rows = statement->Step() ? statement->Value(0).ToLongLong() : 0;
+  statement->Rewind();
+  return rows;
+}
+
+// A row of a table without a key is known by its values alone: the change was
+// written when the number of rows holding them moved as it would.
 bool TableWriterEngine::WasWritten(const Target& target, const RowChange& written) {
+  if (target.layout.keys.empty()) {
+    const bool removes = written.kind == ChangeKind::Delete;
+    const int64_t now = CountRows(target, removes ? written.before : written.after);
+    return removes ? now < written.matching : now > written.matching;
+  }
   switch (written.kind) {
     case ChangeKind::Insert:
       return ReadRow(target, written.after).has_value();
@@ -167,18 +193,14 @@ bool TableWriterEngine::WasWritten(const Target& target, const RowChange& writte
     case ChangeKind::Update:
       break;
   }
-  const Statement count = CountMatching(target.layout, *target.catalog, written.after);
-  db::internal::Driver& driver = target.connection->Driver();
-  const auto statement = driver.PrepareBound(driver.DatabaseSql(count.sql), count.params);
-  const bool found = statement->Step() && statement->Value(0).ToLong() == 1;
-  statement->Rewind();
-  return found;
+  return CountRows(target, written.after) == 1;
 }
 
 Enum_EditRecord TableWriterEngine::KeepMine() {
   if (!PendingConflict()) {
     MdlProcess::ShowErr(LoadResString(101), kRowNotLocatedError,
-                        WriterMessage(WriterText::NoConflict), recordset_.SysErrState);
+                        WriterMessage(WriterText::NoConflict),
+                        PendingEdit(recordset_).ErrorState());
     return E_Defeat;
   }
   const ModeScope scope(mode_, Mode::kKeepMine);
@@ -189,7 +211,8 @@ void TableWriterEngine::ShowDatabaseRow(const Target& target, int32_t row,
                                         const std::vector<Variant>& values) {
   const PendingEdit rs(recordset_);
   for (size_t i = 0; i < target.layout.written.size(); ++i) {
-    if (rs.Fields()[target.layout.written[i].field]->SetValue(values[i], row)) {
+    ClsFields& field = *rs.Fields()[target.layout.written[i].field];
+    if (field.SetValue(AsLoaded(field, values[i]), row)) {
       throw VbError(kRowNotLocatedError, WriterMessage(WriterText::Refused));
     }
   }
@@ -203,7 +226,7 @@ Enum_EditRecord TableWriterEngine::TakeTheirs(const std::string& table,
   const PendingEdit rs(recordset_);
   if (!PendingConflict()) {
     MdlProcess::ShowErr(LoadResString(101), kRowNotLocatedError,
-                        WriterMessage(WriterText::NoConflict), recordset_.SysErrState);
+                        WriterMessage(WriterText::NoConflict), rs.ErrorState());
     return E_Defeat;
   }
   const Conflict conflict = *conflict_;
@@ -211,8 +234,7 @@ Enum_EditRecord TableWriterEngine::TakeTheirs(const std::string& table,
     const Target target = TargetOf(table, connection);
     const auto now = ReadRow(target, conflict.change.before);
     const int32_t row = EditedRow(rs, conflict.shown.EditStatus);
-    for (int layers = 0; IsPendingEdit(rs.Status()) && (now || rs.Status() == E_Modify);
-         ++layers) {
+    for (int layers = 0; IsPendingEdit(rs.Status()) && (now || rs.Status() == E_Modify); ++layers) {
       if (layers == 2 || recordset_.UndoRecord()) {
         return E_Defeat;  // a client refused the undo; it was told why
       }
@@ -235,7 +257,7 @@ Enum_EditRecord TableWriterEngine::TakeTheirs(const std::string& table,
     conflict_.reset();
     return E_Succeed;
   } catch (...) {
-    ReportCurrentException(recordset_.SysErrState);
+    ReportCurrentException(rs.ErrorState());
     return E_Defeat;
   }
 }

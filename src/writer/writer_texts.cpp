@@ -13,7 +13,7 @@ struct TextRow {
   const char* chinese;
 };
 
-constexpr std::array<TextRow, 20> kTexts = {{
+constexpr std::array<TextRow, 22> kTexts = {{
     {WriterText::RowChanged,
      "The row was changed by someone else after it was read; nothing was saved. Your changes "
      "are kept: write them over the other change, or take the other change.",
@@ -85,6 +85,18 @@ constexpr std::array<TextRow, 20> kTexts = {{
      "'{name}'的文本含有数据库无法保存的 NUL 字符。请删除后再保存；您的修改已保留。"},
     {WriterText::NoConflict, "There is no conflicting save to resolve.",
      "没有需要解决的保存冲突。"},
+    {WriterText::KeylessConflict,
+     "No row holds the values this row was read with: someone else changed or deleted it, and "
+     "a table without a key cannot tell which. Nothing was saved; your changes are kept: take "
+     "the other change (refresh to see the table as it is now).",
+     "没有任何行保存着读取时的值：该行已被他人修改或删除，而没有关键字的表无法区分两者。未保存任何"
+     "内"
+     "容；您的修改已保留：请采用他人的修改（刷新即可看到表的当前内容）。"},
+    {WriterText::KeylessKeepMine,
+     "The table has no key, so the row someone else changed cannot be found again, and writing "
+     "yours as a new row could leave both. Take the other change, then make yours again.",
+     "该表没有关键字，无法再找到被他人修改的行；把您的修改写成新行可能留下两行。请采用他人的修改，"
+     "然后重新修改。"},
 }};
 
 void ReplaceAll(std::string& text, const std::string& from, const std::string& to) {

@@ -17,26 +17,28 @@ inline constexpr int32_t kItemNotFoundError = 3265;
 inline constexpr int32_t kInvalidUseOfNull = 94;
 
 enum class WriterText {
-  RowChanged,      // someone else changed the row since it was read
-  RowDeleted,      // someone else deleted the row since it was read
-  RowNotUnique,    // {n}: more than one row matched
-  KeyNotField,     // {name}: a key column that is not a field
-  NoTable,         // neither TableName nor the recordset's TableName is set
-  NoConnection,    // no open connection and no connection string
-  NotNull,         // {name}: the database wants a value
-  Unique,          // {name}: the value is taken by another row
-  Check,           // {name}: a CHECK rule refused the row
-  ForeignKey,      // {name}: the value refers to no row, or the row is referred to
-  Busy,            // another connection holds a lock
-  ReadOnly,        // the database cannot be written
-  DiskFull,        // no room to write
-  ConnectionLost,  // the database cannot be reached
-  CommitUnknown,   // the connection broke during COMMIT
-  Refused,         // any other refusal by the database
-  Unexpected,      // a failure that is not the database's
-  EmptyKey,        // {name}: a key left empty that the database does not fill
-  TextNul,         // {name}: text with a NUL the database cannot store
-  NoConflict,      // a resolution asked for without a conflict
+  RowChanged,       // someone else changed the row since it was read
+  RowDeleted,       // someone else deleted the row since it was read
+  RowNotUnique,     // {n}: more than one row matched
+  KeyNotField,      // {name}: a key column that is not a field
+  NoTable,          // neither TableName nor the recordset's TableName is set
+  NoConnection,     // no open connection and no connection string
+  NotNull,          // {name}: the database wants a value
+  Unique,           // {name}: the value is taken by another row
+  Check,            // {name}: a CHECK rule refused the row
+  ForeignKey,       // {name}: the value refers to no row, or the row is referred to
+  Busy,             // another connection holds a lock
+  ReadOnly,         // the database cannot be written
+  DiskFull,         // no room to write
+  ConnectionLost,   // the database cannot be reached
+  CommitUnknown,    // the connection broke during COMMIT
+  Refused,          // any other refusal by the database
+  Unexpected,       // a failure that is not the database's
+  EmptyKey,         // {name}: a key left empty that the database does not fill
+  TextNul,          // {name}: text with a NUL the database cannot store
+  NoConflict,       // a resolution asked for without a conflict
+  KeylessConflict,  // no row of a table without a key holds the values read
+  KeylessKeepMine,  // mine over theirs asked for a changed row of a table without a key
 };
 
 // The text in the thread's UI language, with {n} or {name} replaced by Arg.

@@ -78,6 +78,14 @@ int CountLines(const std::string& output, const std::string& text, bool at_start
   return count;
 }
 
+void ExpectShown(const std::string& output, const std::vector<std::string>& lines) {
+  for (const std::string& line : lines) {
+    const bool shown = line.empty() || line[0] != '!';
+    EXPECT_EQ(output.find(line.substr(shown ? 0 : 1)) != std::string::npos, shown) << line << "\n"
+                                                                                   << output;
+  }
+}
+
 std::string FieldValue(const std::string& output, const std::string& name) {
   std::istringstream lines(output);
   std::string value;

@@ -45,6 +45,8 @@ class AppSession : public ::testing::Test {
 
 // Counts the lines of Output that contain Text (that start with it if At_start).
 int CountLines(const std::string& output, const std::string& text, bool at_start = false);
+// Expects each of Lines in Output, or, for a line "!text", text nowhere in it.
+void ExpectShown(const std::string& output, const std::vector<std::string>& lines);
 // The value that the last form in Output shows for the field shown as Name.
 std::string FieldValue(const std::string& output, const std::string& name);
 // The status lines of Output ("Row 3 of 300 | Browse | ..."), in order.

@@ -16,10 +16,9 @@ TEST_F(AppSession, BrowsesTheOrdersInDateOrder) {
   const std::string& out = run.output;
   EXPECT_NE(out.find("Varnel: Orders, 300 rows."), npos);
   EXPECT_EQ(Statuses(out).front(), "Browse");
-  EXPECT_NE(out.find("Row 2 of 300 | Browse"), npos);
-  EXPECT_NE(out.find("Row 300 of 300 | Browse"), npos);
-  EXPECT_NE(out.find("[Error] Error:2103 No current record."), npos);
-  EXPECT_NE(out.find("Select * From Orders Order By OrderDate Asc,OrderId Asc"), npos);
+  ExpectShown(out, {"Row 2 of 300 | Browse", "Row 300 of 300 | Browse",
+                    "[Error] Error:2103 No current record.",
+                    "Select * From Orders Order By OrderDate Asc,OrderId Asc"});
   // The list shows rows 148..152 with the current one marked.
   EXPECT_EQ(
       FieldValue(out, "Order No."),
@@ -39,9 +38,8 @@ TEST_F(AppSession, EditedValueIsSavedToItsRowAndUndoTakesBackOneLayerAtATime) {
                                       "Browse", "Browse", "New", "Browse"}),
             Statuses(run.output))
       << run.output;
-  EXPECT_NE(run.output.find("Saved row " + Goto(id).substr(5) + "."), npos);
-  EXPECT_NE(run.output.find("Nothing to save."), npos);
-  EXPECT_NE(run.output.find("Row 301 of 301 | New"), npos);
+  ExpectShown(run.output, {"Saved row " + Goto(id).substr(5) + ".", "Nothing to save.",
+                           "Row 301 of 301 | New"});
   const std::string before_save = run.output.substr(0, run.output.rfind("varnel> save"));
   EXPECT_EQ(FieldValue(before_save, "Quantity"), CStr(before[static_cast<size_t>(undone - 1)][3]));
   Rows expected = before;
@@ -89,8 +87,8 @@ TEST_F(AppSession, RefusedChangesAreReportedAndNothingIsStored) {
   EXPECT_EQ(CountLines(out, "[Information] You can not update the read only field."), 2) << out;
   EXPECT_EQ(CountLines(out, "| Browse | read-only row"), 3);
   EXPECT_EQ(CountLines(out, "[Error]") + CountLines(out, "[Information]"), 6) << out;
-  EXPECT_NE(out.find("[Information] Please enter value 'Quantity' >= 1 AND <= 1000 ."), npos);
-  EXPECT_NE(out.find("[Error] Error:13 Type Mismatch."), npos);
+  ExpectShown(out, {"[Information] Please enter value 'Quantity' >= 1 AND <= 1000 .",
+                    "[Error] Error:13 Type Mismatch."});
   EXPECT_EQ(CountLines(out, "Nothing to save."), 2);
   EXPECT_EQ(FieldValue(out.substr(0, out.find("varnel> new")), "Quantity"),
             CStr(before[static_cast<size_t>(id - 1)][3]));

@@ -1,7 +1,8 @@
-// Scripted sessions that once lost work or misled: each row is a script on
-// the sample screen, what the output must show, the exit status and what the
-// database must hold afterwards. Every output is also checked to carry no raw
-// control character.
+// Scripted sessions that once lost work or misled, and the screen's language:
+// each row is a script on the sample screen, what the output must show, the
+// exit status and what the database must hold afterwards. Every output is also
+// checked to carry no raw control character.
+#include <map>
 #include <string>
 #include <vector>
 
@@ -12,12 +13,12 @@ namespace {
 
 struct SessionCase {
   const char* name;
-  std::vector<std::string> script;  // {go}: to an unlocked order; {row}: its row
-  std::vector<std::string> shown;   // lines the output holds ({row} as above)
-  std::vector<std::string> not_shown;
+  // {go}: to an unlocked order; {row}: its row. "--..." is an option and
+  // "NAME=value" the environment's; without either, the session is English.
+  std::vector<std::string> script;
+  std::vector<std::string> shown;  // what the output holds ({row} as above); "!...": not
   int exit_code;
-  const char* sql;  // a scalar over that order ({id}), "" for none
-  const char* value;
+  std::vector<const char*> check = {};  // a scalar over that order ({id}), and its value
 };
 
 // A value of 16,000 words: set reads it in one pass.
@@ -33,83 +34,78 @@ const SessionCase kCases[] = {
     {"emptied currency sign does not end the session",
      {"{go}", "set Note my note", "set Currency", "show", "set Currency €", "next"},
      {"Saved row {row}."},
-     {},
      0,
-     "SELECT Note || Currency FROM Orders WHERE OrderId = {id}",
-     "my note€"},
+     {"SELECT Note || Currency FROM Orders WHERE OrderId = {id}", "my note€"}},
     {"control characters are shown escaped",
      {"{go}", "set Note a\x1b]52;c;aGk=\x07z\x01", "save"},
      {"    Note        a\\x1b]52;c;aGk=\\x07z\\x01"},
-     {},
      0,
-     "SELECT Note FROM Orders WHERE OrderId = {id}",
-     "a\x1b]52;c;aGk=\x07z\x01"},
+     {"SELECT Note FROM Orders WHERE OrderId = {id}", "a\x1b]52;c;aGk=\x07z\x01"}},
     {"the end of a script saves the pending edit and says so",
      {"{go}", "set Note kept at the end"},
      {"Saved row {row}."},
-     {},
      0,
-     "SELECT Note FROM Orders WHERE OrderId = {id}",
-     "kept at the end"},
+     {"SELECT Note FROM Orders WHERE OrderId = {id}", "kept at the end"}},
     {"a rejected value names the field and the forms it takes",
      {"{go}", "set Quantity abc", "set Order date 2024-13-45", "set Paid yes", "save"},
      {"[Error] Error:13 Type Mismatch.", "Quantity takes a whole number from 1 to 1000, e.g. 12.",
       "Order date takes a date from 2000-01-01 to 2099-12-31, e.g. 2024-06-01 or 6/1/2024.",
       "2 command(s) failed."},
-     {},
      1,
-     "SELECT Paid <> 0 FROM Orders WHERE OrderId = {id}",
-     "1"},
+     {"SELECT Paid <> 0 FROM Orders WHERE OrderId = {id}", "1"}},
     {"an unreadable criterion is refused when typed with the field's criteria",
      {"query", "set Quantity 5..10", "set Order date today", "set Paid maybe", "run"},
      {"[Error] Error:94 'Quantity' can not be null.",
       "Criteria for Quantity (a number): 12 | >=10 AND <20 | <>3 | NOT 5 | null | notnull",
       "Criteria for Order date (a date): 2024-06-01", "Criteria for Paid (a yes/no): yes | no",
       "300 rows found."},
-     {},
-     1,
-     "",
-     ""},
+     1},
     {"a very long value is refused by the field, not by the console",
      {"{go}", "set Note" + ManyWords()},
      {"Note takes text of up to 80 characters, or nothing to empty it."},
-     {},
-     1,
-     "",
-     ""},
+     1},
     {"numbers given to commands are range-checked",
      {"list 2147483647", "goto 99999999999", "select shift 2147483648", "goto -1", "list 0"},
      {"Usage: list [<count>] | list --csv   (count 1 .. 1000000)", "Usage: goto <n>   (1 .. 300)",
       "5 command(s) failed."},
-     {},
-     1,
-     "",
-     ""},
+     1},
     {"bail stops at the first failed command and saves what was typed",
      {"--bail", "{go}", "set Note before the failure", "jump", "goto 3"},
      {"Unknown command 'jump'.", "Stopped at the first failed command (--bail).",
-      "Saved row {row}."},
-     {"varnel> goto 3"},
+      "Saved row {row}.", "!varnel> goto 3"},
      1,
-     "SELECT Note FROM Orders WHERE OrderId = {id}",
-     "before the failure"},
+     {"SELECT Note FROM Orders WHERE OrderId = {id}", "before the failure"}},
     {"the language switches at run time",
      {"lang zh", "set 数量 abc", "lang en", "show"},
      {"语言：中文。", "  * 客户", "[错误] 错误：13 数据类型不匹配！",
       "数量 应为整数，范围 1 至 1000，例如 12。", "Language: English.", "  * Customer"},
-     {},
-     1,
-     "",
-     ""},
+     1},
+    {"a Chinese environment gets the Chinese screen and messages",
+     {"LANG=zh_CN.UTF-8", "{go}", "set 数量 many", "new", "save", "undo", "quit"},
+     {"第 1 行，共 300 行 | 浏览", "[错误] 错误：13 数据类型不匹配！",
+      "[错误] 错误：94 请输入 '客户'  不能为空！", "未保存：请修改后再保存。", "  * 订单日期  20"},
+     1},
+    {"--lang overrides the environment, either way",
+     {"LANG=zh_CN.UTF-8", "--lang=en", "quit"},
+     {"Row 1 of 300 | Browse"},
+     0},
+    {"--lang zh overrides a plain environment",
+     {"LANG=C", "--lang=zh", "quit"},
+     {"第 1 行，共 300 行", "  * 客户"},
+     0},
     // Last: it deletes the order the others edit.
     {"a copy saved by a move and a deletion saved by a move are announced",
      {"last", "copy", "first", "{go}", "delete", "next"},
      {"Saved new row 301.", "Deleted row {row} from the database."},
-     {},
      0,
-     "SELECT COUNT(*) FROM Orders WHERE OrderId = {id}",
-     "0"},
+     {"SELECT COUNT(*) FROM Orders WHERE OrderId = {id}", "0"}},
 };
+
+// The length of the NAME in a "NAME=value" line; 0 for a command.
+size_t EnvironmentName(const std::string& line) {
+  const size_t name = line.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ_");
+  return name != std::string::npos && name > 0 && line[name] == '=' ? name : 0;
+}
 
 std::string Filled(std::string text, const std::string& go, int32_t id) {
   for (const auto& [from, to] : {std::pair<std::string, std::string>{"{go}", go},
@@ -128,27 +124,34 @@ TEST_F(AppSession, SessionsKeepWorkAndSayWhatHappened) {
   for (const SessionCase& c : kCases) {
     SCOPED_TRACE(c.name);
     std::string script;
-    std::vector<std::string> extra;
+    std::vector<std::string> extra = {"--data-dir", dir_.path().string()};
+    std::map<std::string, std::string> env;
     for (const std::string& line : c.script) {
-      (line.rfind("--", 0) == 0 ? extra.push_back(line)
-                                : (void)(script += Filled(line, go, id) + "\n"));
+      if (line.rfind("--", 0) == 0) {
+        extra.push_back(line);
+      } else if (const size_t equals = EnvironmentName(line); equals != 0) {
+        env[line.substr(0, equals)] = line.substr(equals + 1);
+      } else {
+        script += Filled(line, go, id) + "\n";
+      }
     }
-    const AppRun run = Run(script, extra);
+    if (env.empty() && extra.size() == 2) {
+      extra.insert(extra.end(), {"--lang", "en"});
+    }
+    const AppRun run = RunApp(extra, script, env);
     EXPECT_EQ(run.exit_code, c.exit_code) << run.output;
+    std::vector<std::string> shown;
     for (const std::string& line : c.shown) {
-      EXPECT_NE(run.output.find(Filled(line, go, id)), std::string::npos) << line << "\n"
-                                                                          << run.output;
+      shown.push_back(Filled(line, go, id));
     }
-    for (const std::string& line : c.not_shown) {
-      EXPECT_EQ(run.output.find(line), std::string::npos) << line;
-    }
+    ExpectShown(run.output, shown);
     for (const char byte : run.output) {
       ASSERT_FALSE((static_cast<unsigned char>(byte) < 0x20 && byte != '\n') || byte == 0x7f)
           << "raw control character " << int{byte} << " in\n"
           << run.output;
     }
-    if (*c.sql != '\0') {
-      EXPECT_EQ(CStr(Scalar(Filled(c.sql, go, id))), c.value);
+    if (!c.check.empty()) {
+      EXPECT_EQ(CStr(Scalar(Filled(c.check[0], go, id))), c.check[1]);
     }
   }
 }

@@ -155,6 +155,20 @@ TEST(Format, WritesDateAndNumberPatterns) {
       {Variant(int64_t{1234567}), "#,##0", "1,234,567"},
       {Variant(int64_t{9007199254740993}), "General Number", "9007199254740993"},
       {Variant(CDec(Variant("2.5"))), "0.0", "2.5"},
+      // every digit of the exact kinds; halves away from zero like the others
+      {Variant(int64_t{9007199254740993}), "#,##0", "9,007,199,254,740,993"},
+      {Variant(int64_t{-9007199254740993}), "0.00;(0.00)", "(9007199254740993.00)"},
+      {Variant(INT64_MIN), "0", "-9223372036854775808"},
+      {Variant(CDec(Variant("1234567890.1234567891"))), "0.0000000000", "1234567890.1234567891"},
+      {Variant(CDec(Variant("1234567890.1234567891"))), "#,##0.0000", "1,234,567,890.1235"},
+      {Variant(CDec(Variant("-0.00005"))), "0.0000", "-0.0001"},
+      {Variant(CDec(Variant("-0.00004"))), "0.0000", "0.0000"},
+      {Variant(CDec(Variant("0.1234567890123456789"))), "0.00000000000000000%",
+       "12.34567890123456789%"},
+      {Variant(CDec(Variant("79228162514264337593543950335"))), "0.00E+00", "7.92E+28"},
+      {Variant(CDec(Variant("0"))), "0;(0);\"zero\"", "zero"},
+      {Variant(Currency{INT64_MAX}), "#,##0.0000", "922,337,203,685,477.5807"},
+      {Variant("12345678901234567"), "#,##0", "12,345,678,901,234,567"},
   };
   for (const Case& c : cases) {
     EXPECT_EQ(Format(c.value, c.pattern), c.text) << c.pattern;

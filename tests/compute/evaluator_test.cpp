@@ -1,8 +1,6 @@
 #include <vector>
 
-#include "compute/column_kernel.h"
 #include "compute/evaluate_rows.h"
-#include "compute/operators.h"
 #include "compute_fixture.h"
 
 namespace varnel::testing {
@@ -113,9 +111,10 @@ TEST_F(Evaluator, NeedsARecordsetAndReadsTheRowItIsGiven) {
   EXPECT_EQ(Evaluate("Qty*Price", 7), Variant::Null()) << "a row outside the store is Empty";
 }
 
-// The fast path of a "field op field" column gives what the operators give,
-// and leaves to them every case it does not know (they then raise or convert).
-TEST(ColumnKernel, QuickProductEqualsTheOperatorOrStandsAside) {
+// A column of "field op field" over every pair of kinds (the fast path of
+// whole number times Currency among them, overflow included) gives, row by
+// row, the values and messages of evaluating each row on its own.
+TEST_F(ComputeTest, ColumnOfFieldTimesFieldEqualsRowByRow) {
   const Variant values[] = {Variant(int32_t{3}),
                             Variant(int16_t{-7}),
                             Variant(Currency{12500}),
@@ -125,23 +124,32 @@ TEST(ColumnKernel, QuickProductEqualsTheOperatorOrStandsAside) {
                             Variant::Null(),
                             Variant("4"),
                             Variant(true),
-                            Variant(Currency{-1})};
-  int quick = 0;
-  for (const Variant& a : values) {
-    for (const Variant& b : values) {
-      for (const char op : {'*', '+', '&'}) {
-        Variant result("kept");
-        if (!internal::QuickProduct(a, op, b, result)) {
-          EXPECT_EQ(result, Variant("kept"));
-          continue;
-        }
-        ++quick;
-        EXPECT_EQ(result, internal::ApplyOperator(a, op, b)) << CStr(a) << op << CStr(b);
-      }
-    }
+                            Variant(Currency{-1}),
+                            Variant(int64_t{5}),
+                            Variant()};
+  const int32_t count = static_cast<int32_t>(std::size(values));
+  rs.Rows(count * count);
+  const BulkScope quiet;
+  auto left = rs.Add("L");
+  auto right = rs.Add("R");
+  for (int32_t row = 1; row <= count * count; ++row) {
+    left->SetValue(values[(row - 1) / count], row);
+    right->SetValue(values[(row - 1) % count], row);
   }
-  EXPECT_EQ(quick,
-            12);  // three whole numbers times two Currency values that do not overflow, both orders
+  for (const char* expression : {"L*R", "L+R"}) {
+    std::vector<Variant> one_by_one(static_cast<size_t>(count * count) + 1);
+    capture.ui().shown.clear();
+    for (int32_t row = 1; row <= count * count; ++row) {
+      one_by_one[static_cast<size_t>(row)] = Evaluate(expression, row);
+    }
+    const std::string titles = Titles();
+    capture.ui().shown.clear();
+    std::vector<Variant> at_once(one_by_one.size(), Variant("stale"));
+    at_once[0] = Variant();
+    internal::EvaluateRows(rs, expression, 1, count * count, at_once);
+    EXPECT_EQ(at_once, one_by_one) << expression;
+    EXPECT_EQ(Titles(), titles) << expression;
+  }
 }
 
 }  // namespace

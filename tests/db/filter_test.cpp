@@ -10,11 +10,12 @@ class RecordsetFilter : public DbTest {
   void SetUp() override {
     cn()->Execute(
         "CREATE TABLE P (\"Id\" INTEGER, \"Name\" VARCHAR(20), \"Qty\" INTEGER, "
-        "\"Price\" MONEY, \"Made\" TIMESTAMP, \"Ok\" BOOLEAN);"
-        "INSERT INTO P VALUES (1, 'Bolt', 10, 1.5, '2003-05-06 00:00:00', TRUE);"
-        "INSERT INTO P VALUES (2, 'nut', 20, 0.25, '2003-05-07 12:00:00', FALSE);"
-        "INSERT INTO P VALUES (3, 'O''Brien gear', NULL, 12, '2004-01-01 00:00:00', TRUE);"
-        "INSERT INTO P VALUES (4, 'washer', 5, NULL, NULL, FALSE)");
+        "\"Price\" MONEY, \"Made\" TIMESTAMP, \"Ok\" BOOLEAN, "
+        "\"Acct\" BIGINT);"
+        "INSERT INTO P VALUES (1, 'Bolt', 10, 1.5, '2003-05-06 00:00:00', TRUE, 9007199254740992);"
+        "INSERT INTO P VALUES (2, 'nut', 20, 0.25, '2003-05-07 12:00:00', FALSE, 9007199254740993);"
+        "INSERT INTO P VALUES (3, 'O''Brien gear', NULL, 12, '2004-01-01 00:00:00', TRUE, 7);"
+        "INSERT INTO P VALUES (4, 'washer', 5, NULL, NULL, FALSE, NULL)");
     rs_ = Query("SELECT * FROM P ORDER BY [Id]");
   }
   std::shared_ptr<db::Recordset> rs_;
@@ -56,6 +57,13 @@ TEST_P(RecordsetFilter, KeepsTheRowsThatSatisfyTheCriteria) {
       {"(Qty = 10 OR Qty = 5) AND Ok = 0", {4}},
       {"Id = 1 OR Id = 2 OR (Id = 3 AND [Name] LIKE 'O*')", {1, 2, 3}},
       {"[Qty] > -1 and id < 4", {1, 2}},
+      // keys that share a Double are told apart, whatever the value's form
+      {"Acct = 9007199254740993", {2}},
+      {"Acct > 9007199254740992", {2}},
+      {"Acct = '9007199254740992'", {1}},
+      {"Acct < 9007199254740992.5", {1, 3}},
+      {"Acct >= 9007199254740992.0000000001", {2}},
+      {"Acct = 7.0", {3}},
   };
   for (const FilterCase& c : cases) {
     rs_->Filter(c.filter);

@@ -1,6 +1,9 @@
 // Every status of the edit table through Modify, New, Copy, Delete, Undo and
 // Update, with the client's answer to the save: the status after, how often
 // the client was asked, the Qty column and the events in their order.
+#include <algorithm>
+#include <iterator>
+
 #include "editing/order_screen.h"
 #include "recordset/edit_state.h"
 
@@ -123,63 +126,65 @@ class EditStatusTable : public OrderScreen {
   }
 };
 
-TEST_F(EditStatusTable, EveryStatusAndOperationGivesItsStatusRowsAndEvents) {
-  price->DefaultValue = Variant(1.0);  // a new row's required Amount can be computed
-  for (const StatusRow& row : kRows) {
-    SCOPED_TRACE(std::string(row.before) + " " + row.op + " " + std::to_string(row.answer));
-    Fill({{1, "Ann", 2, 1.5}, {2, "Bo", 3, 2.0}, {3, "Cy", 4, 0.5}});
-    Reach(row.before);
-    log.Clear();
-    client.asked = 0;
-    client.answer = row.answer;
-    Run(row.op);
-    EXPECT_EQ(rs.EditStatus(), row.after);
-    EXPECT_EQ(client.asked, row.asked);
-    EXPECT_EQ(Column(qty), row.qty);
-    EXPECT_EQ(EditingEvents(log), row.events);
-    EXPECT_GE(rs.AbsolutePosition(), 1);
-    EXPECT_LE(rs.AbsolutePosition(), rs.Rows());
-    double total = 0;  // the totals and the computed field follow every step
-    for (int32_t r = 1; r <= rs.Rows(); ++r) {
-      total += qty->GetValue(r).IsBlank() ? 0 : qty->GetValue(r).ToDouble();
-      if (!qty->GetValue(r).IsBlank()) {
-        EXPECT_EQ(amount->GetValue(r).ToDouble(),
-                  qty->GetValue(r).ToDouble() * price->GetValue(r).ToDouble());
-      }
-    }
-    EXPECT_EQ(qty->SumValue.ToDouble(), total);
-    client.answer = E_Succeed;
-  }
-}
-
-// The transition table in the engine is what the public operations do: every
-// status reached through the API, every operation, every answer to the save.
-TEST_F(EditStatusTable, EveryStatusAndOperationFollowsTheTransitionTable) {
+// Every status reached through the API, every operation and every answer to
+// the save: the status follows the engine's transition table, and where kRows
+// has the case, the status, the questions, the rows and the events are those.
+TEST_F(EditStatusTable, EveryStatusAndOperationFollowsTheTableWithItsRowsAndEvents) {
   using internal::EditOp;
-  price->DefaultValue = Variant(1.0);
-  const std::pair<char, EditOp> ops[] = {
-      {'M', EditOp::kModify},     {'N', EditOp::kNewRecord},  {'C', EditOp::kCopyRecord},
-      {'D', EditOp::kDeleteRecord}, {'U', EditOp::kUndoRecord}, {'Q', EditOp::kEnterQuery},
-      {'X', EditOp::kLeaveQuery}, {'S', EditOp::kCommit}};
-  for (const char* before : {"default", "query", "modify", "delete", "new", "copy", "modify-delete",
-                             "new-delete", "copy-delete", "nothing"}) {
+  price->DefaultValue = Variant(1.0);  // a new row's required Amount can be computed
+  const std::pair<char, EditOp> ops[] = {{'M', EditOp::kModify},     {'N', EditOp::kNewRecord},
+                                         {'C', EditOp::kCopyRecord}, {'D', EditOp::kDeleteRecord},
+                                         {'U', EditOp::kUndoRecord}, {'Q', EditOp::kEnterQuery},
+                                         {'X', EditOp::kLeaveQuery}, {'S', EditOp::kCommit}};
+  size_t described = 0;
+  for (const std::string before : {"default", "query", "modify", "modify3", "delete", "new", "copy",
+                                   "modify-delete", "new-delete", "copy-delete", "nothing"}) {
     for (const auto& [op, edit_op] : ops) {
       for (Enum_EditRecord answer : {OK, NO, ERR}) {
-        if (op != 'S' && answer != OK) {
-          continue;  // the answer to a save that comes first is the other table's business
+        const auto row = std::find_if(std::begin(kRows), std::end(kRows), [&](const StatusRow& r) {
+          return r.before == before && r.op == op && r.answer == answer;
+        });
+        const bool listed = row != std::end(kRows);
+        // The engine's table answers for the save itself, and for an operation
+        // whose save first went through on the row it acts on.
+        const bool tabled = (op == 'S' || answer == OK) && before != "modify3";
+        if (!listed && !tabled) {
+          continue;
         }
-        SCOPED_TRACE(std::string(before) + " " + op + " " + std::to_string(answer));
+        SCOPED_TRACE(before + " " + op + " " + std::to_string(answer));
         Fill({{1, "Ann", 2, 1.5}, {2, "Bo", 3, 2.0}, {3, "Cy", 4, 0.5}});
         Reach(before);
         const Enum_EditStatus from = rs.EditStatus();
-        client.answer = answer;
+        log.Clear();
         client.asked = 0;
+        client.answer = answer;
         Run(op);
-        EXPECT_EQ(rs.EditStatus(), internal::NextStatus(from, edit_op, answer).value_or(from));
+        if (tabled) {
+          EXPECT_EQ(rs.EditStatus(), internal::NextStatus(from, edit_op, answer).value_or(from));
+        }
         client.answer = OK;
+        if (!listed) {
+          continue;
+        }
+        ++described;
+        EXPECT_EQ(rs.EditStatus(), row->after);
+        EXPECT_EQ(client.asked, row->asked);
+        EXPECT_EQ(Column(qty), row->qty);
+        EXPECT_EQ(EditingEvents(log), row->events);
+        EXPECT_GE(rs.AbsolutePosition(), 1);
+        EXPECT_LE(rs.AbsolutePosition(), rs.Rows());
+        double total = 0;  // the totals and the computed field follow every step
+        for (int32_t r = 1; r <= rs.Rows(); ++r) {
+          const Variant q = qty->GetValue(r);
+          total += q.IsBlank() ? 0 : q.ToDouble();
+          EXPECT_TRUE(q.IsBlank() || amount->GetValue(r).ToDouble() ==
+                                         q.ToDouble() * price->GetValue(r).ToDouble());
+        }
+        EXPECT_EQ(qty->SumValue.ToDouble(), total);
       }
     }
   }
+  EXPECT_EQ(described, std::size(kRows));
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <thread>
 
 #include "support/capture_ui.h"
 #include "support/test_database.h"
@@ -173,6 +174,26 @@ TEST(LastError, MessageProceduresRecordWhatTheyShowAndEveryNumberHasItsDescripti
       EXPECT_EQ(e.Description(), ErrorDescription(number)) << number;
     }
   }
+}
+
+// Regression (found by fuzzing): a recordset destroyed after its thread's
+// errors, as a program's global recordset is at exit, used freed memory.
+TEST(LastError, RecordsetDestroyedAfterItsThreadsErrorsIsSafe) {
+  std::thread([] {
+    struct Late {
+      ~Late() {
+        testing::CaptureScope capture;
+        ClsRecordset rs;
+        rs.Add("A");
+        Variant value("x");
+        rs.FormatValue(Variant("Missing"), value);  // fails: records a last error
+        EXPECT_EQ(LastError().Operation, "FormatValue");
+      }
+    };
+    thread_local Late late;  // built before the thread's errors: destroyed after them
+    static_cast<void>(&late);
+    ClearLastError();
+  }).join();
 }
 
 }  // namespace

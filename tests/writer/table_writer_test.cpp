@@ -119,31 +119,26 @@ class TableWriterTest : public TableWriterBase, public ::testing::WithParamInter
   TableWriterTest() : TableWriterBase(GetParam()) {}
 };
 
-TEST_P(TableWriterTest, UpdateWritesOnlyTheChangedColumnsOfItsRow) {
-  Load();
-  TableWriter writer(rs_);
-  rs_.MoveNext();
-  ASSERT_FALSE(rs_.Modify("Qty", int32_t{25}));
-  EXPECT_EQ(rs_.UpdateRecord(), E_Succeed);
-  ASSERT_EQ(writer.LastStatements().size(), 1u);
-  EXPECT_EQ(writer.LastStatements()[0].rfind("UPDATE Items SET [Qty] = ? WHERE [Id] = ? AND", 0),
-            0u);
-  EXPECT_EQ(Query("SELECT [Qty] FROM Items ORDER BY [Id]"),
-            (Rows{{Variant(int32_t{10})}, {Variant(int32_t{25})}, {Variant(int32_t{30})}}));
-  EXPECT_TRUE(capture_.shown().empty()) << Shown();
-}
-
-TEST_P(TableWriterTest, DayFieldFindsItsRowWhateverTimeTheColumnHolds) {
-  // Regression: row 2 holds 08:30 on its day; a D_YMD field loads the day alone.
-  Load();
-  rs_.Item("Made")->DateType = D_YMD;
-  ASSERT_FALSE(rs_.RefreshDataSource());
-  TableWriter writer(rs_);
-  rs_.MoveNext();
-  ASSERT_FALSE(rs_.Modify("Qty", int32_t{21}));
-  EXPECT_EQ(rs_.UpdateRecord(), E_Succeed) << Shown();
-  EXPECT_EQ(Query("SELECT [Qty], [Made] FROM Items WHERE [Id] = 2"),
-            (Rows{{Variant(int32_t{21}), Variant(CDate(Variant("2024-02-01 08:30:00")))}}));
+// An UPDATE sets the changed column alone, of its own row, also when a day
+// field's column holds a time (regression: row 2 holds 08:30 on its day).
+TEST_P(TableWriterTest, UpdateWritesOnlyTheChangedColumnOfItsOwnRow) {
+  for (const Enum_DateType type : {D_YMDHNS, D_YMD}) {
+    SCOPED_TRACE(type);
+    Reload();
+    rs_.Item("Made")->DateType = type;
+    ASSERT_FALSE(rs_.RefreshDataSource());
+    TableWriter writer(rs_);
+    rs_.MoveNext();
+    ASSERT_FALSE(rs_.Modify("Qty", int32_t{25}));
+    EXPECT_EQ(rs_.UpdateRecord(), E_Succeed) << Shown();
+    ASSERT_EQ(writer.LastStatements().size(), 1u);
+    EXPECT_EQ(writer.LastStatements()[0].rfind("UPDATE Items SET [Qty] = ? WHERE [Id] = ? AND", 0),
+              0u);
+    EXPECT_EQ(Query("SELECT [Qty], [Made] FROM Items WHERE [Id] > 1 ORDER BY [Id]"),
+              (Rows{{Variant(int32_t{25}), Variant(CDate(Variant("2024-02-01 08:30:00")))},
+                    {Variant(int32_t{30}), Variant::Null()}}));
+    EXPECT_TRUE(capture_.shown().empty()) << Shown();
+  }
 }
 
 // Each save kind on a fresh table: what reaches the database, and the key the
@@ -349,6 +344,77 @@ TEST_P(TableWriterTest, ConflictsAreResolvedEitherWay) {
       EXPECT_EQ(rs_.Item("Name")->GetValue(1), c.table[0][0]);
       EXPECT_EQ(rs_.Item("Qty")->GetValue(1), c.table[0][1]);
     }
+  }
+}
+
+// Taking theirs shows the row as a load would: a day field the day, a time
+// field the time of day, whatever the column holds.
+TEST_P(TableWriterTest, TakeTheirsShowsDatesAsTheLoadDoes) {
+  const std::pair<Enum_DateType, const char*> cases[] = {{D_YMD, "2024-03-04"},
+                                                         {D_HNS, "10:20:30"}};
+  for (const auto& [type, shown] : cases) {
+    SCOPED_TRACE(shown);
+    Reload();
+    rs_.Item("Made")->DateType = type;
+    ASSERT_FALSE(rs_.RefreshDataSource());
+    TableWriter writer(rs_);
+    other_->Execute("UPDATE Items SET [Made] = '2024-03-04 10:20:30' WHERE [Id] = 1");
+    ASSERT_FALSE(rs_.Modify("Qty", int32_t{5}));
+    ASSERT_EQ(rs_.UpdateRecord(), E_Defeat);
+    const std::optional<SaveConflict> conflict = writer.PendingConflict();
+    ASSERT_TRUE(conflict) << Shown();
+    EXPECT_EQ(conflict->Fields[3].Database, Variant(CDate(Variant(shown))));
+    EXPECT_EQ(writer.ResolveTakeTheirs(), E_Succeed) << Shown();
+    EXPECT_EQ(rs_.Item("Made")->GetValue(1), Variant(CDate(Variant(shown))));
+  }
+}
+
+// Without a key a row is known by its values: a changed row cannot be told
+// from a deleted one, so theirs drops the row from view and mine is refused
+// for a modification (it could leave both versions).
+TEST_P(TableWriterTest, TableWithoutKeyOffersItsConflictsAsFarAsValuesTell) {
+  struct Case {
+    const char* name;
+    bool delete_mine;
+    bool keep_mine;
+    Enum_EditRecord answer;
+    int32_t rows;  // in the recordset afterwards
+  };
+  const Case cases[] = {
+      {"changed, theirs", false, false, E_Succeed, 2},
+      {"changed, mine", false, true, E_Defeat, 3},
+      {"deleted, theirs", true, false, E_Succeed, 2},
+      {"deleted, mine", true, true, E_Succeed, 2},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.name);
+    rs_.CloseDataSource();
+    rs_.Clear();
+    other_->Execute("DROP TABLE IF EXISTS Loose");
+    other_->Execute(
+        "CREATE TABLE Loose (\"Id\" INTEGER, \"Name\" TEXT, \"Qty\" INTEGER, \"Made\" DATE, "
+        "\"Note\" TEXT)");
+    other_->Execute(
+        "INSERT INTO Loose VALUES (1, 'a', 1, NULL, NULL), (2, 'b', 2, NULL, NULL),"
+        " (3, 'c', 3, NULL, NULL)");
+    Load("Loose");
+    TableWriter writer(rs_);
+    other_->Execute("UPDATE Loose SET [Name] = 'theirs' WHERE [Id] = 1");
+    ASSERT_FALSE(c.delete_mine ? rs_.DeleteRecord() : rs_.Modify("Qty", int32_t{5}));
+    ASSERT_EQ(rs_.UpdateRecord(), E_Defeat);
+    EXPECT_EQ(capture_.LastText().rfind("No row holds the values this row was read with", 0), 0u)
+        << Shown();
+    const std::optional<SaveConflict> conflict = writer.PendingConflict();
+    ASSERT_TRUE(conflict);
+    EXPECT_TRUE(conflict->KeyLess && conflict->RowDeleted);
+    EXPECT_EQ(conflict->Fields[2].Typed, Variant(int32_t{c.delete_mine ? 1 : 5}));
+    EXPECT_EQ(c.keep_mine ? writer.ResolveKeepMine() : writer.ResolveTakeTheirs(), c.answer)
+        << Shown();
+    EXPECT_EQ(rs_.Rows(), c.rows);
+    EXPECT_EQ(Query("SELECT [Name], [Qty] FROM Loose ORDER BY [Id]"),
+              (Rows{{Variant("theirs"), Variant(int32_t{1})},
+                    {Variant("b"), Variant(int32_t{2})},
+                    {Variant("c"), Variant(int32_t{3})}}));
   }
 }
 

@@ -1,5 +1,6 @@
 #include "db/postgres/pg_driver.h"
 
+#include <cassert>
 #include <cstdlib>
 #include <initializer_list>
 #include <optional>
@@ -52,9 +53,18 @@ class PgDriver final : public Driver {
   }
   std::unique_ptr<Statement> PrepareBound(std::string_view sql,
                                           const std::vector<Variant>& params) override;
-  void BeginTransaction() override { session_->Begin(); }
-  void CommitTransaction() override { session_->Commit(); }
-  void RollbackTransaction() override { session_->Rollback(); }
+  void BeginTransaction() override {
+    assert(!InTransaction());
+    session_->Begin();
+  }
+  void CommitTransaction() override {
+    assert(InTransaction());
+    session_->Commit();
+  }
+  void RollbackTransaction() override {
+    assert(InTransaction());
+    session_->Rollback();
+  }
   bool InTransaction() const override { return session_->InTransaction(); }
   bool TextHoldsNul() const override { return false; }  // libpq sends C strings
   Dialect GetDialect() const override { return PostgresDialect(); }

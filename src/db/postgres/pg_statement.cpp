@@ -1,5 +1,7 @@
 #include "db/postgres/pg_statement.h"
 
+#include <cassert>
+
 #include "db/db_errors.h"
 #include "db/postgres/pg_error.h"
 
@@ -43,6 +45,8 @@ bool PgStatement::Step() {
 }
 
 Variant PgStatement::Cell(int column) const {
+  assert(rows_ != nullptr && row_ >= 0 && row_ < PQntuples(rows_.get()));
+  assert(column >= 0 && static_cast<size_t>(column) < kinds_.size());
   if (PQgetisnull(rows_.get(), row_, column)) {
     return Variant::Null();
   }
@@ -55,7 +59,14 @@ Variant PgStatement::Value(int32_t column) const { return Cell(column); }
 
 void PgStatement::AppendRow(const int32_t* columns, std::vector<Variant>* const* outputs,
                             std::size_t count) const {
+  if (row_ == 0) {  // every row has arrived: room for all of them, once
+    const auto rows = static_cast<std::size_t>(PQntuples(rows_.get()));
+    for (std::size_t i = 0; i < count; ++i) {
+      outputs[i]->reserve(outputs[i]->size() + rows);
+    }
+  }
   for (std::size_t i = 0; i < count; ++i) {
+    assert(outputs[i] != nullptr);
     outputs[i]->push_back(Cell(columns[i]));
   }
 }

@@ -2,6 +2,7 @@
 
 #include <strings.h>
 
+#include <cassert>
 #include <filesystem>
 #include <string>
 
@@ -54,9 +55,18 @@ class SqliteDriver final : public Driver {
                                           const std::vector<Variant>& params) override {
     return std::make_unique<SqliteStatement>(handle_, sql, params);
   }
-  void BeginTransaction() override { RunPlain("BEGIN IMMEDIATE", "beginning a transaction"); }
-  void CommitTransaction() override { RunPlain("COMMIT", "committing the transaction"); }
-  void RollbackTransaction() override { RunPlain("ROLLBACK", "rolling back the transaction"); }
+  void BeginTransaction() override {
+    assert(!InTransaction());
+    RunPlain("BEGIN IMMEDIATE", "beginning a transaction");
+  }
+  void CommitTransaction() override {
+    assert(InTransaction());
+    RunPlain("COMMIT", "committing the transaction");
+  }
+  void RollbackTransaction() override {
+    assert(InTransaction());
+    RunPlain("ROLLBACK", "rolling back the transaction");
+  }
   bool InTransaction() const override { return sqlite3_get_autocommit(handle_.get()) == 0; }
   Dialect GetDialect() const override { return SqliteDialect(); }
   TableCatalog& Catalog() override { return catalog_; }

@@ -1,5 +1,7 @@
 #include "db/sqlite/sqlite_statement.h"
 
+#include <cassert>
+
 #include "db/db_errors.h"
 
 namespace varnel::db::internal {
@@ -82,6 +84,9 @@ void SqliteStatement::DescribeColumns() {
   }
 }
 
+// A row was read by the last Step (sqlite reports no columns otherwise).
+bool SqliteStatement::OnRow() const { return sqlite3_data_count(statement_) > 0; }
+
 void SqliteStatement::Rewind() {
   // The result repeats the last Step's failure, which was reported then.
   sqlite3_reset(statement_);
@@ -102,13 +107,16 @@ bool SqliteStatement::Step() {
 }
 
 Variant SqliteStatement::Value(int32_t column) const {
+  assert(OnRow() && column >= 0 && static_cast<size_t>(column) < kinds_.size());
   return ReadCell(statement_, column, kinds_[column]);
 }
 
 void SqliteStatement::AppendRow(const int32_t* columns, std::vector<Variant>* const* outputs,
                                 std::size_t count) const {
+  assert(OnRow());
   for (std::size_t i = 0; i < count; ++i) {
     const int column = columns[i];
+    assert(column >= 0 && static_cast<size_t>(column) < kinds_.size() && outputs[i] != nullptr);
     outputs[i]->push_back(ReadCell(statement_, column, kinds_[column]));
   }
 }

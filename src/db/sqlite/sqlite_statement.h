@@ -31,6 +31,7 @@ class SqliteStatement final : public Statement {
  private:
   void DescribeColumns();
   void Bind(const std::vector<Variant>& params);
+  bool OnRow() const;
 
   SqliteHandle handle_;
   sqlite3_stmt* statement_ = nullptr;
