@@ -249,6 +249,11 @@ class Variant {
   Tag tag_;
 };
 
+// Declared again outside the classes: a friend declaration alone does not
+// export the operator from a shared library.
+bool operator==(const Decimal& A, const Decimal& B) noexcept;
+bool operator==(const Variant& A, const Variant& B) noexcept;
+
 static_assert(sizeof(Variant) == 16, "a Variant must stay 16 bytes");
 
 // The platform's operators. Text + text concatenates; Null propagates; / is

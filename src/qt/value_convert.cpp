@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "fields/field_access.h"
+#include "varnel/qt/value_text.h"
 
 namespace varnel::qt::detail {
 namespace {

@@ -9,11 +9,14 @@
 
 #include <QDialog>
 
+#include "varnel/export.h"
 #include "varnel/varnel.h"
 
 class QLabel;
 class QPushButton;
 class QTableWidget;
+
+VARNEL_API_BEGIN
 
 namespace varnel::qt {
 
@@ -43,3 +46,5 @@ class ConflictDialog : public QDialog {
 };
 
 }  // namespace varnel::qt
+
+VARNEL_API_END

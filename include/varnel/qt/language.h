@@ -6,6 +6,10 @@
 
 #include <cstdint>
 
+#include "varnel/export.h"
+
+VARNEL_API_BEGIN
+
 namespace varnel::qt {
 
 /// Sets the thread's UI language (1033 English, 2052 Chinese, 0 from the
@@ -15,3 +19,5 @@ namespace varnel::qt {
 void SetLanguage(int32_t LangId);
 
 }  // namespace varnel::qt
+
+VARNEL_API_END

@@ -14,10 +14,13 @@
 #include <cstdint>
 #include <functional>
 
+#include "varnel/export.h"
 #include "varnel/varnel.h"
 
 class QProgressDialog;
 class QWidget;
+
+VARNEL_API_BEGIN
 
 namespace varnel::qt {
 
@@ -68,3 +71,5 @@ class LoadProgressDialog : public QObject, private ClsRecordsetEvents {
 };
 
 }  // namespace varnel::qt
+
+VARNEL_API_END

@@ -13,12 +13,15 @@
 #include <QDialog>
 #include <memory>
 
+#include "varnel/export.h"
 #include "varnel/messages.h"
 
 class QLineEdit;
 class QPlainTextEdit;
 class QPushButton;
 class QTimer;
+
+VARNEL_API_BEGIN
 
 namespace varnel::qt {
 
@@ -83,3 +86,5 @@ class QtMessageUi : public MessageUi {
 std::shared_ptr<QtMessageUi> InstallMessageDialogs();
 
 }  // namespace varnel::qt
+
+VARNEL_API_END

@@ -17,12 +17,15 @@
 #include <QWidget>
 #include <vector>
 
+#include "varnel/export.h"
 #include "varnel/qt/recordset_model.h"
 
 class QFormLayout;
 class QLabel;
 class QLineEdit;
 class QStackedWidget;
+
+VARNEL_API_BEGIN
 
 namespace varnel::qt {
 
@@ -81,3 +84,5 @@ class RecordsetForm : public QWidget {
 };
 
 }  // namespace varnel::qt
+
+VARNEL_API_END

@@ -16,7 +16,10 @@
 #include <memory>
 #include <vector>
 
+#include "varnel/export.h"
 #include "varnel/varnel.h"
+
+VARNEL_API_BEGIN
 
 namespace varnel::qt {
 
@@ -125,3 +128,5 @@ class RecordsetModel : public QAbstractTableModel, private ClsRecordsetEvents, p
 }  // namespace varnel::qt
 
 Q_DECLARE_METATYPE(varnel::Variant)
+
+VARNEL_API_END

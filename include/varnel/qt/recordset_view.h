@@ -13,7 +13,10 @@
 
 #include <QTableView>
 
+#include "varnel/export.h"
 #include "varnel/qt/recordset_model.h"
+
+VARNEL_API_BEGIN
 
 namespace varnel::qt {
 
@@ -52,3 +55,5 @@ class RecordsetView : public QTableView {
 };
 
 }  // namespace varnel::qt
+
+VARNEL_API_END

@@ -4,7 +4,10 @@
 #include <QString>
 #include <cstdint>
 
+#include "varnel/export.h"
 #include "varnel/varnel.h"
+
+VARNEL_API_BEGIN
 
 namespace varnel::qt {
 
@@ -18,3 +21,5 @@ QString DisplayText(const ClsFields& Field, const Variant& Value, int32_t Row = 
 QString AmountText(const Variant& Amount, const QString& Sign = QString());
 
 }  // namespace varnel::qt
+
+VARNEL_API_END
