@@ -234,7 +234,7 @@ Enum_EditRecord TableWriterEngine::TakeTheirs(const std::string& table,
     const Target target = TargetOf(table, connection);
     const auto now = ReadRow(target, conflict.change.before);
     const int32_t row = EditedRow(rs, conflict.shown.EditStatus);
-    for (int layers = 0; IsPendingEdit(rs.Status()) && (now || rs.Status() == E_Modify); ++layers) {
+    for (int layers = 0; rs.ChangesLoadedRow() && (now || rs.Status() == E_Modify); ++layers) {
       if (layers == 2 || recordset_.UndoRecord()) {
         return E_Defeat;  // a client refused the undo; it was told why
       }
