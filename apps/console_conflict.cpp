@@ -23,7 +23,9 @@ void Console::Conflict(const std::string&) {
     Fail(Tr(Text::NoConflict));
     return;
   }
-  Say(Tr(conflict->RowDeleted ? Text::ConflictDeleted : Text::ConflictChanged));
+  Say(Tr(conflict->KeyLess      ? Text::ConflictKeyless
+         : conflict->RowDeleted ? Text::ConflictDeleted
+                                : Text::ConflictChanged));
   size_t width = 0;
   for (const ConflictField& field : conflict->Fields) {
     width = std::max(width, DisplayWidth(field.DisplayName));

@@ -117,6 +117,10 @@ constexpr std::array<TextRow, static_cast<size_t>(Text::Count)> kTexts = {{
      "此行读取后已被他人修改（! 表示他人的修改）："},
     {Text::ConflictDeleted,
      "Someone else deleted this row after it was read:", "此行读取后已被他人删除："},
+    {Text::ConflictKeyless,
+     "Someone else changed or deleted this row after it was read (a table without a key cannot "
+     "tell which):",
+     "此行读取后已被他人修改或删除（没有关键字的表无法区分两者）："},
     {Text::ConflictColumns, "yours  |  in the database", "您的值  |  数据库中的值"},
     {Text::ConflictChoices,
      "keep-mine writes yours over theirs; take-theirs drops your edit and shows theirs.",

@@ -62,6 +62,7 @@ enum class Text {
   ConflictHint,
   ConflictChanged,
   ConflictDeleted,
+  ConflictKeyless,
   ConflictColumns,
   ConflictChoices,
   // Edit statuses, in the order of Enum_EditStatus (E_Nothing last).

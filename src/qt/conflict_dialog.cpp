@@ -29,7 +29,9 @@ QTableWidget* FieldsTable(const SaveConflict& conflict, QWidget* parent) {
   for (int i = 0; i < table->rowCount(); ++i) {
     const ConflictField& field = conflict.Fields[static_cast<size_t>(i)];
     const QString columns[] = {detail::ToQString(field.DisplayName), Shown(field.Typed),
-                               conflict.RowDeleted ? Tr("(deleted)") : Shown(field.Database)};
+                               conflict.KeyLess      ? Tr("(not found)")
+                               : conflict.RowDeleted ? Tr("(deleted)")
+                                                     : Shown(field.Database)};
     for (int c = 0; c < 3; ++c) {
       auto* item = new QTableWidgetItem(columns[c]);
       if (field.ChangedByOthers || !(field.Typed == field.Database)) {
@@ -52,11 +54,13 @@ ConflictDialog::ConflictDialog(const SaveConflict& Conflict, QWidget* Parent) : 
   setWindowTitle(Tr("Someone else changed this row"));
   setWindowModality(Qt::ApplicationModal);
   auto* layout = new QVBoxLayout(this);
-  auto* text =
-      new QLabel(Conflict.RowDeleted ? Tr("Someone else deleted this row after you loaded it.")
-                                     : Tr("Someone else changed this row after you loaded it. "
-                                          "Fields they changed are in bold."),
-                 this);
+  const QString said =
+      Conflict.KeyLess      ? Tr("Someone else changed or deleted this row after you loaded it; a "
+                                      "table without a key cannot tell which.")
+      : Conflict.RowDeleted ? Tr("Someone else deleted this row after you loaded it.")
+                            : Tr("Someone else changed this row after you loaded it. "
+                                 "Fields they changed are in bold.");
+  auto* text = new QLabel(said, this);
   text->setWordWrap(true);
   layout->addWidget(text);
   layout->addWidget(FieldsTable(Conflict, this));

@@ -20,6 +20,8 @@
     <message><source>You typed</source><translation>您输入的</translation></message>
     <message><source>The database holds now</source><translation>数据库中现在的值</translation></message>
     <message><source>(deleted)</source><translation>（已删除）</translation></message>
+    <message><source>(not found)</source><translation>（未找到）</translation></message>
+    <message><source>Someone else changed or deleted this row after you loaded it; a table without a key cannot tell which.</source><translation>在您加载之后，其他人修改或删除了这一行；没有关键字的表无法区分两者。</translation></message>
     <message><source>Someone else changed this row</source><translation>其他人修改了这一行</translation></message>
     <message><source>Someone else deleted this row after you loaded it.</source><translation>在您加载之后，其他人删除了这一行。</translation></message>
     <message><source>Someone else changed this row after you loaded it. Fields they changed are in bold.</source><translation>在您加载之后，其他人修改了这一行。他们修改的字段以粗体显示。</translation></message>
