@@ -94,7 +94,7 @@ TEST_F(AppSession, RefusedChangesAreReportedAndNothingIsStored) {
             CStr(before[static_cast<size_t>(id - 1)][3]));
   // The first quit tries to save the new row and is refused again.
   EXPECT_EQ(CountLines(out, "[Error] Error:94 Please enter value 'Customer' can not be null."), 2);
-  EXPECT_NE(out.find("Not saved: correct the row and save again."), npos);
+  EXPECT_NE(out.find("Not saved; your changes are kept. Do what the message says, then save again."), npos);
   EXPECT_EQ(Statuses(out).back(), "New");
   EXPECT_NE(out.find("quit again to leave"), npos);
   EXPECT_EQ(run.exit_code, 1);

@@ -83,7 +83,7 @@ const SessionCase kCases[] = {
     {"a Chinese environment gets the Chinese screen and messages",
      {"LANG=zh_CN.UTF-8", "{go}", "set 数量 many", "new", "save", "undo", "quit"},
      {"第 1 行，共 300 行 | 浏览", "[错误] 错误：13 数据类型不匹配！",
-      "[错误] 错误：94 请输入 '客户'  不能为空！", "未保存：请修改后再保存。", "  * 订单日期  20"},
+      "[错误] 错误：94 请输入 '客户'  不能为空！", "未保存，您的修改已保留。请按提示处理后再保存。", "  * 订单日期  20"},
      1},
     {"--lang overrides the environment, either way",
      {"LANG=zh_CN.UTF-8", "--lang=en", "quit"},
