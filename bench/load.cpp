@@ -27,6 +27,7 @@
 #include <variant>
 #include <vector>
 
+#include "support/bench_options.h"
 #include "support/orders_table.h"
 #include "varnel/varnel.h"
 
@@ -209,15 +210,7 @@ void Print(const char* name, const Measure& m, const Measure& ref, Target target
 }  // namespace
 
 int main(int argc, char** argv) {
-  int32_t rows = 1000000;
-  int repeat = 3;
-  for (int i = 1; i + 1 < argc; i += 2) {
-    if (std::strcmp(argv[i], "--rows") == 0) {
-      rows = std::atoi(argv[i + 1]);
-    } else if (std::strcmp(argv[i], "--repeat") == 0) {
-      repeat = std::max(1, std::atoi(argv[i + 1]));
-    }
-  }
+  const auto [rows, repeat] = varnel::bench::ReadBenchOptions(argc, argv, 3);
   const std::string path = varnel::bench::OrdersDatabase(rows).string();
   const std::string connection = "Provider=SQLite;Data Source=" + path;
   ReferenceLoad(path);  // warms the page cache

@@ -27,6 +27,7 @@
 #include <variant>
 #include <vector>
 
+#include "support/bench_options.h"
 #include "support/orders_postgres.h"
 #include "support/orders_table.h"
 #include "support/ratio_reporter.h"
@@ -147,15 +148,7 @@ double Median(std::vector<double> values) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  int32_t rows = 1000000;
-  int repeat = 5;
-  for (int i = 1; i + 1 < argc; i += 2) {
-    if (std::strcmp(argv[i], "--rows") == 0) {
-      rows = std::atoi(argv[i + 1]);
-    } else if (std::strcmp(argv[i], "--repeat") == 0) {
-      repeat = std::max(1, std::atoi(argv[i + 1]));
-    }
-  }
+  const auto [rows, repeat] = varnel::bench::ReadBenchOptions(argc, argv, 5);
   const char* server = std::getenv("VARNEL_TEST_PG");
   if (server == nullptr || *server == '\0') {
     std::fprintf(stderr,
