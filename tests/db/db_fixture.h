@@ -1,6 +1,5 @@
 // Shared set-up of the database tests: a new database per test, on every
-// provider (DbTest) or on one alone (SqliteDbTest, PostgresDbTest, for what
-// only that one has), and a way to catch the VbError an operation raises.
+// provider (DbTest), and a way to catch the VbError an operation raises.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -40,12 +39,12 @@ inline std::vector<Variant> Longs(std::initializer_list<int32_t> values) {
   return std::vector<Variant>(values.begin(), values.end());
 }
 
-// A database suite on a new database of Provider, with an open connection.
-// The connection strings are made here only.
-template <class Base>
-class DatabaseFixture : public Base {
+// A database suite run on every provider, on a new database with an open
+// connection: TEST_P(Suite, ...) and VARNEL_ON_EVERY_PROVIDER(Suite). The
+// connection strings are made here only.
+class DbTest : public ::testing::TestWithParam<TestProvider> {
  protected:
-  explicit DatabaseFixture(TestProvider provider) : db_(provider), cn_(Connect()) {}
+  DbTest() : db_(GetParam()), cn_(Connect()) {}
 
   // A connection string for a new database called Name (the same Name, the
   // same database).
@@ -85,24 +84,6 @@ class DatabaseFixture : public Base {
  private:
   TestDatabase db_;  // declared first: removed after the connection closed
   std::shared_ptr<db::Connection> cn_;
-};
-
-// Run on every provider: TEST_P(Suite, ...) and VARNEL_ON_EVERY_PROVIDER(Suite).
-class DbTest : public DatabaseFixture<::testing::TestWithParam<TestProvider>> {
- protected:
-  DbTest() : DatabaseFixture(GetParam()) {}
-};
-
-// What only SQLite has (database files, its storage classes, its locking).
-class SqliteDbTest : public DatabaseFixture<::testing::Test> {
- protected:
-  SqliteDbTest() : DatabaseFixture(TestProvider::kSqlite) {}
-};
-
-// What only PostgreSQL has (its types, its server).
-class PostgresDbTest : public DatabaseFixture<::testing::Test> {
- protected:
-  PostgresDbTest() : DatabaseFixture(TestProvider::kPostgres) {}
 };
 
 }  // namespace varnel::testing
