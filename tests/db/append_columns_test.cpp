@@ -20,48 +20,6 @@ class AppendColumns : public DbTest {
   }
 };
 
-TEST_P(AppendColumns, AppendsTheChosenColumnsOfEveryRowAfterWhatIsThereAndReleasesTheDatabase) {
-  auto rs = Query("SELECT [Made], [Name], [Id] FROM T");
-  const auto& columns = RecordsetAccess::Columns(*rs);  // described without reading rows
-  ASSERT_EQ(columns.size(), 3u);
-  EXPECT_EQ(columns[1].name, "Name");
-  EXPECT_EQ(columns[1].defined_size, 8);
-  std::vector<Variant> made{Variant("kept")};
-  std::vector<Variant> id;
-  EXPECT_EQ(RecordsetAccess::AppendColumns(*rs, {0, 2}, {&made, &id}), 3);
-  EXPECT_EQ(made, (std::vector<Variant>{Variant("kept"), Variant(Date{37747}), Variant::Null(),
-                                        Variant(Date{37987})}));
-  EXPECT_EQ(id, Longs({1, 2, 3}));
-  EXPECT_EQ(Connect()->Execute("DELETE FROM T"), 3) << "no read lock is left behind";
-}
-
-TEST_P(AppendColumns, ARecordsetThatReadItsRowsGivesThatSnapshotAtOnceWhateverItsFilter) {
-  std::vector<int64_t> heard;
-  cn()->OnRowsRead([&](int64_t rows) { heard.push_back(rows); }, 2);
-  auto rs = Query("T");
-  rs->Filter("Id = 2");
-  EXPECT_EQ(heard, (std::vector<int64_t>{2, 3})) << "the recordset reads its own rows";
-  cn()->Execute("INSERT INTO T VALUES (4, 'd', NULL)");
-  std::vector<Variant> names;
-  EXPECT_EQ(RecordsetAccess::AppendColumns(*rs, {1}, {&names}), 3);
-  EXPECT_EQ(names, (std::vector<Variant>{Variant("a"), Variant::Null(), Variant("ccc")}));
-  EXPECT_EQ(rs->AbsolutePosition(), 1) << "the cursor is untouched by the bulk read";
-  EXPECT_EQ(rs->RecordCount(), 1);
-  std::vector<Variant> fresh;
-  EXPECT_EQ(RecordsetAccess::AppendColumns(*Query("T"), {1}, {&fresh}), 4);
-  EXPECT_EQ(heard, (std::vector<int64_t>{2, 3, 3, 2, 4})) << "the snapshot is reported at once";
-}
-
-TEST_P(AppendColumns, BadArgumentsAndClosedRecordsetsAreErrors) {
-  auto rs = Query("T");
-  std::vector<Variant> out;
-  EXPECT_EQ(ErrorOf([&] { RecordsetAccess::AppendColumns(*rs, {3}, {&out}); }).Number(), 3265);
-  EXPECT_EQ(ErrorOf([&] { RecordsetAccess::AppendColumns(*rs, {0, 1}, {&out}); }).Number(), 3001);
-  EXPECT_TRUE(out.empty());
-  rs->Close();
-  EXPECT_EQ(ErrorOf([&] { RecordsetAccess::Columns(*rs); }).Number(), 3704);
-}
-
 // The real statement, failing while it appends row FailAt.
 class FailingStatement : public db::internal::Statement {
  public:
@@ -85,12 +43,46 @@ class FailingStatement : public db::internal::Statement {
   mutable int rows_ = 0;
 };
 
-TEST_P(AppendColumns, AReadThatFailsHalfWayLeavesNoLockBehind) {
-  FailingStatement statement(cn()->Driver().Prepare("SELECT \"Id\" FROM T"), 2);
+TEST_P(AppendColumns, AppendsTheChosenColumnsOfEveryRowRefusesBadArgumentsAndReleasesTheDatabase) {
+  auto rs = Query("SELECT [Made], [Name], [Id] FROM T");
+  const auto& columns = RecordsetAccess::Columns(*rs);  // described without reading rows
+  ASSERT_EQ(columns.size(), 3u);
+  EXPECT_EQ(columns[1].name, "Name");
+  EXPECT_EQ(columns[1].defined_size, 8);
+  std::vector<Variant> made{Variant("kept")};
+  std::vector<Variant> id;
+  EXPECT_EQ(RecordsetAccess::AppendColumns(*rs, {0, 2}, {&made, &id}), 3);
+  EXPECT_EQ(made, (std::vector<Variant>{Variant("kept"), Variant(Date{37747}), Variant::Null(),
+                                        Variant(Date{37987})}));
+  EXPECT_EQ(id, Longs({1, 2, 3}));
   std::vector<Variant> out;
+  EXPECT_EQ(ErrorOf([&] { RecordsetAccess::AppendColumns(*rs, {3}, {&out}); }).Number(), 3265);
+  EXPECT_EQ(ErrorOf([&] { RecordsetAccess::AppendColumns(*rs, {0, 1}, {&out}); }).Number(), 3001);
+  EXPECT_TRUE(out.empty());
+  FailingStatement statement(cn()->Driver().Prepare("SELECT \"Id\" FROM T"), 2);
   EXPECT_EQ(ErrorOf([&] { db::internal::ReadAllRows(statement, {0}, {&out}); }).Description(),
             "injected failure");
-  EXPECT_EQ(Connect()->Execute("DELETE FROM T"), 3) << "another connection can still write";
+  EXPECT_EQ(Connect()->Execute("DELETE FROM T"), 3)
+      << "no read lock is left behind, not even by a read that failed half way";
+  rs->Close();
+  EXPECT_EQ(ErrorOf([&] { RecordsetAccess::Columns(*rs); }).Number(), 3704);
+}
+
+TEST_P(AppendColumns, ARecordsetThatReadItsRowsGivesThatSnapshotAtOnceWhateverItsFilter) {
+  std::vector<int64_t> heard;
+  cn()->OnRowsRead([&](int64_t rows) { heard.push_back(rows); }, 2);
+  auto rs = Query("T");
+  rs->Filter("Id = 2");
+  EXPECT_EQ(heard, (std::vector<int64_t>{2, 3})) << "the recordset reads its own rows";
+  cn()->Execute("INSERT INTO T VALUES (4, 'd', NULL)");
+  std::vector<Variant> names;
+  EXPECT_EQ(RecordsetAccess::AppendColumns(*rs, {1}, {&names}), 3);
+  EXPECT_EQ(names, (std::vector<Variant>{Variant("a"), Variant::Null(), Variant("ccc")}));
+  EXPECT_EQ(rs->AbsolutePosition(), 1) << "the cursor is untouched by the bulk read";
+  EXPECT_EQ(rs->RecordCount(), 1);
+  std::vector<Variant> fresh;
+  EXPECT_EQ(RecordsetAccess::AppendColumns(*Query("T"), {1}, {&fresh}), 4);
+  EXPECT_EQ(heard, (std::vector<int64_t>{2, 3, 3, 2, 4})) << "the snapshot is reported at once";
 }
 
 VARNEL_ON_EVERY_PROVIDER(AppendColumns);

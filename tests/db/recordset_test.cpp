@@ -17,8 +17,23 @@ class RecordsetTest : public DbTest {
   }
 };
 
-TEST_P(RecordsetTest, EmptyRecordsetIsAtBofAndEofAndRefusesMoves) {
-  auto rs = Query("Empty");
+TEST_P(RecordsetTest, OpenCloseAndStateFollowTheLifecycleAndAnEmptyOneIsAtBofAndEof) {
+  auto rs = std::make_shared<db::Recordset>();
+  EXPECT_EQ(rs->State(), 0);
+  EXPECT_EQ(ErrorOf([&] { rs->RecordCount(); }).Number(), 3704);
+  rs->Open("[Items]", cn());
+  EXPECT_EQ(rs->State(), 1);
+  EXPECT_EQ(rs->ActiveConnection(), cn());
+  EXPECT_EQ(ErrorOf([&] { rs->Open("Items", cn()); }).Number(), 3705);
+  rs->Close();
+  EXPECT_EQ(rs->State(), 0);
+  EXPECT_EQ(ErrorOf([&] { rs->Fields().Count(); }).Number(), 3704);
+  EXPECT_EQ(ErrorOf([&] { rs->Close(); }).Number(), 3704);
+  auto closed = std::make_shared<db::Connection>();
+  EXPECT_EQ(ErrorOf([&] { rs->Open("Items", closed); }).Number(), 3704);
+  EXPECT_EQ(ErrorOf([&] { rs->Open("Nowhere", cn()); }).Number(), -2147467259);
+  EXPECT_EQ(rs->State(), 0);
+  rs->Open("Empty", cn());
   EXPECT_TRUE(rs->Bof());
   EXPECT_TRUE(rs->Eof());
   EXPECT_EQ(rs->RecordCount(), 0);
@@ -35,7 +50,7 @@ TEST_P(RecordsetTest, EmptyRecordsetIsAtBofAndEofAndRefusesMoves) {
   EXPECT_EQ(rs->GetRows(), std::vector<std::vector<Variant>>(1));
 }
 
-TEST_P(RecordsetTest, MovesWalkTheRowsBetweenBofAndEof) {
+TEST_P(RecordsetTest, MovesWalkTheRowsBetweenBofAndEofAndFieldsAreKnownAtOpenRowsAtFirstNeed) {
   auto rs = Query("SELECT [Id] FROM Items ORDER BY [Id]");
   EXPECT_FALSE(rs->Bof());
   EXPECT_EQ(rs->AbsolutePosition(), 1);
@@ -55,37 +70,16 @@ TEST_P(RecordsetTest, MovesWalkTheRowsBetweenBofAndEof) {
   EXPECT_EQ(ErrorOf([&] { rs->MovePrevious(); }).Number(), kNoCurrentRecord);
   rs->MoveNext();
   EXPECT_EQ(rs->Fields()["Id"].Value(), Variant(int32_t{1}));
-}
-
-TEST_P(RecordsetTest, FieldsAreKnownAtOpenAndRowsReadOnFirstNeed) {
-  auto rs = Query("Items");
-  ASSERT_EQ(rs->Fields().Count(), 3);
-  EXPECT_EQ(rs->Fields()[1].Name(), "Name");
+  auto items = Query("Items");
+  ASSERT_EQ(items->Fields().Count(), 3);
+  EXPECT_EQ(items->Fields()[1].Name(), "Name");
   cn()->Execute("INSERT INTO Items VALUES (4, 'cog', 1)");
-  EXPECT_EQ(rs->RecordCount(), 4) << "rows are read when first needed, not at Open";
+  EXPECT_EQ(items->RecordCount(), 4) << "rows are read when first needed, not at Open";
   cn()->Execute("INSERT INTO Items VALUES (5, 'pin', 1)");
-  EXPECT_EQ(rs->RecordCount(), 4) << "and then kept";
-  EXPECT_EQ(ErrorOf([&] { rs->Fields()[3]; }).Number(), 3265);
-  EXPECT_EQ(ErrorOf([&] { rs->Fields()["name"]; }).Number(), 3265);
-  EXPECT_EQ(rs->Fields()[2].Value(), Variant(int32_t{10}));
-}
-
-TEST_P(RecordsetTest, OpenCloseAndStateFollowTheLifecycle) {
-  auto rs = std::make_shared<db::Recordset>();
-  EXPECT_EQ(rs->State(), 0);
-  EXPECT_EQ(ErrorOf([&] { rs->RecordCount(); }).Number(), 3704);
-  rs->Open("[Items]", cn());
-  EXPECT_EQ(rs->State(), 1);
-  EXPECT_EQ(rs->ActiveConnection(), cn());
-  EXPECT_EQ(ErrorOf([&] { rs->Open("Items", cn()); }).Number(), 3705);
-  rs->Close();
-  EXPECT_EQ(rs->State(), 0);
-  EXPECT_EQ(ErrorOf([&] { rs->Fields().Count(); }).Number(), 3704);
-  EXPECT_EQ(ErrorOf([&] { rs->Close(); }).Number(), 3704);
-  auto closed = std::make_shared<db::Connection>();
-  EXPECT_EQ(ErrorOf([&] { rs->Open("Items", closed); }).Number(), 3704);
-  EXPECT_EQ(ErrorOf([&] { rs->Open("Nowhere", cn()); }).Number(), -2147467259);
-  EXPECT_EQ(rs->State(), 0);
+  EXPECT_EQ(items->RecordCount(), 4) << "and then kept";
+  EXPECT_EQ(ErrorOf([&] { items->Fields()[3]; }).Number(), 3265);
+  EXPECT_EQ(ErrorOf([&] { items->Fields()["name"]; }).Number(), 3265);
+  EXPECT_EQ(items->Fields()[2].Value(), Variant(int32_t{10}));
 }
 
 TEST_P(RecordsetTest, GetRowsReadsFromTheCurrentRowAndMovesPastThemAfterTheConnectionClosed) {
