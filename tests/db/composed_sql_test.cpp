@@ -30,7 +30,7 @@ struct ConditionCase {
   std::vector<int32_t> ids;
 };
 
-TEST_P(ComposedSql, ConditionsSelectTheSameRowsOnEveryProvider) {
+TEST_P(ComposedSql, ConditionsSelectAndBracketedStatementsWriteTheSameRowsOnEveryProvider) {
   const ConditionCase cases[] = {
       {"[Paid]<>0", {1, 3}},
       {"[Paid]=0", {2, 4}},
@@ -51,9 +51,6 @@ TEST_P(ComposedSql, ConditionsSelectTheSameRowsOnEveryProvider) {
   for (const ConditionCase& c : cases) {
     EXPECT_EQ(Selected(c.condition), c.ids) << c.condition;
   }
-}
-
-TEST_P(ComposedSql, ClientStatementsWithBracketsWriteTheNamedColumns) {
   EXPECT_EQ(cn()->Execute("UPDATE [Orders] SET [Qty] = ?, [Paid] = ? WHERE [Id] = ? AND [Made] = ?",
                           {Variant(int32_t{11}), Variant(false), Variant(int32_t{1}),
                            Variant(Date{37747.60434027778})}),

@@ -26,7 +26,12 @@ struct FilterCase {
   std::vector<int32_t> ids;
 };
 
-TEST_P(RecordsetFilter, KeepsTheRowsThatSatisfyTheCriteria) {
+struct BadFilterCase {
+  const char* filter;
+  const char* message;  // part of the description
+};
+
+TEST_P(RecordsetFilter, KeepsTheMatchingRowsFromTheFirstMatchAndABadFilterChangesNothing) {
   const FilterCase cases[] = {
       {"Qty = 10", {1}},
       {"Qty <> 10", {2, 4}},
@@ -70,9 +75,6 @@ TEST_P(RecordsetFilter, KeepsTheRowsThatSatisfyTheCriteria) {
     EXPECT_EQ(Ids(*rs_), c.ids) << c.filter;
     EXPECT_EQ(rs_->Filter(), c.filter);
   }
-}
-
-TEST_P(RecordsetFilter, CursorStartsOnTheFirstMatchAndEmptyFilterRestoresAllRows) {
   rs_->MoveLast();
   rs_->Filter("Qty >= 10");
   EXPECT_EQ(rs_->RecordCount(), 2);
@@ -88,17 +90,9 @@ TEST_P(RecordsetFilter, CursorStartsOnTheFirstMatchAndEmptyFilterRestoresAllRows
   EXPECT_EQ(rs_->Filter(), "");
   EXPECT_EQ(rs_->RecordCount(), 4);
   EXPECT_EQ(rs_->AbsolutePosition(), 1);
-}
-
-struct BadFilterCase {
-  const char* filter;
-  const char* message;  // part of the description
-};
-
-TEST_P(RecordsetFilter, BadFilterIsReportedAndLeavesRowsAndFilterAsTheyWere) {
   rs_->Filter("Qty > 5");
   rs_->MoveNext();
-  const BadFilterCase cases[] = {
+  const BadFilterCase bad_cases[] = {
       {"Qty >",
        "expected a value (text in '...', a date in #...# or a number) after '>' at "
        "position 6"},
@@ -118,7 +112,7 @@ TEST_P(RecordsetFilter, BadFilterIsReportedAndLeavesRowsAndFilterAsTheyWere) {
       {"Name = bolt", "'bolt' is not a value"},
       {"Qty = 1 ; drop", "unexpected character ';' at position 9"},
   };
-  for (const BadFilterCase& c : cases) {
+  for (const BadFilterCase& c : bad_cases) {
     const VbError error = ErrorOf([&] { rs_->Filter(c.filter); });
     EXPECT_EQ(error.Number(), 3001) << c.filter;
     EXPECT_NE(error.Description().find(c.message), std::string::npos)

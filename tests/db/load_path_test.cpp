@@ -1,5 +1,6 @@
-// The library's load path: column descriptions at Open and the bulk read
-// straight into the caller's value arrays.
+// The library's load path: column descriptions at Open, the bulk read
+// straight into the caller's value arrays, and the progress a connection's
+// OnRowsRead callback hears, every so many rows and at the end.
 #include <gtest/gtest.h>
 
 #include "db/db_fixture.h"
@@ -11,7 +12,7 @@ namespace {
 
 using db::internal::RecordsetAccess;
 
-class AppendColumns : public DbTest {
+class LoadPath : public DbTest {
  protected:
   void SetUp() override {
     cn()->Execute(
@@ -43,7 +44,7 @@ class FailingStatement : public db::internal::Statement {
   mutable int rows_ = 0;
 };
 
-TEST_P(AppendColumns, AppendsTheChosenColumnsOfEveryRowRefusesBadArgumentsAndReleasesTheDatabase) {
+TEST_P(LoadPath, AppendsTheChosenColumnsOfEveryRowRefusesBadArgumentsAndReleasesTheDatabase) {
   auto rs = Query("SELECT [Made], [Name], [Id] FROM T");
   const auto& columns = RecordsetAccess::Columns(*rs);  // described without reading rows
   ASSERT_EQ(columns.size(), 3u);
@@ -68,7 +69,7 @@ TEST_P(AppendColumns, AppendsTheChosenColumnsOfEveryRowRefusesBadArgumentsAndRel
   EXPECT_EQ(ErrorOf([&] { RecordsetAccess::Columns(*rs); }).Number(), 3704);
 }
 
-TEST_P(AppendColumns, ARecordsetThatReadItsRowsGivesThatSnapshotAtOnceWhateverItsFilter) {
+TEST_P(LoadPath, ARecordsetThatReadItsRowsGivesThatSnapshotAtOnceWhateverItsFilter) {
   std::vector<int64_t> heard;
   cn()->OnRowsRead([&](int64_t rows) { heard.push_back(rows); }, 2);
   auto rs = Query("T");
@@ -85,7 +86,37 @@ TEST_P(AppendColumns, ARecordsetThatReadItsRowsGivesThatSnapshotAtOnceWhateverIt
   EXPECT_EQ(heard, (std::vector<int64_t>{2, 3, 3, 2, 4})) << "the snapshot is reported at once";
 }
 
-VARNEL_ON_EVERY_PROVIDER(AppendColumns);
+TEST_P(LoadPath, ProgressIsHeardEverySoManyRowsAndAtTheEnd) {
+  struct Case {
+    int rows;
+    int64_t every;
+    std::vector<int64_t> heard;
+  };
+  const Case cases[] = {
+      {25, 10, {10, 20, 25}}, {20, 10, {10, 20}},               // the total is not told twice
+      {3, 10, {3}},           {3, 1, {1, 2, 3}},  {3, 0, {3}},  // the total only
+      {0, 10, {0}},
+  };
+  cn()->Execute("CREATE TABLE R (\"Id\" INTEGER)");
+  std::vector<int64_t> heard;
+  for (const Case& c : cases) {
+    SCOPED_TRACE(std::to_string(c.rows) + " rows, every " + std::to_string(c.every));
+    cn()->Execute("DELETE FROM R");
+    for (int32_t id = 1; id <= c.rows; ++id) {
+      cn()->Execute("INSERT INTO R VALUES (?)", {Variant(id)});
+    }
+    heard.clear();
+    cn()->OnRowsRead([&](int64_t rows) { heard.push_back(rows); }, c.every);
+    EXPECT_EQ(Query("R")->RecordCount(), c.rows);
+    EXPECT_EQ(heard, c.heard);
+  }
+  heard.clear();
+  cn()->OnRowsRead(nullptr);
+  EXPECT_EQ(Query("R")->RecordCount(), 0);
+  EXPECT_TRUE(heard.empty()) << "an empty callback stops the reports";
+}
+
+VARNEL_ON_EVERY_PROVIDER(LoadPath);
 
 }  // namespace
 }  // namespace varnel::testing
