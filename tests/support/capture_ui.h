@@ -18,27 +18,40 @@ struct ShownMessage {
 
 class CaptureUi : public MessageUi {
  public:
-  void ShowErrForm(FrmShowErr& form) override;
-  void ShowInforForm(FrmShowInfor& form) override;
-  int32_t MsgBox(const std::string& prompt, int32_t buttons, const std::string& title) override;
+  void ShowErrForm(FrmShowErr& form) override {
+    shown.push_back(
+        {ShownMessage::Error, form.Caption, form.Txt_Title.Text, form.Txt_ErrDescription.Text});
+  }
+  void ShowInforForm(FrmShowInfor& form) override {
+    shown.push_back({ShownMessage::Information, form.Caption, "", form.Txt_ErrDescription.Text});
+  }
+  int32_t MsgBox(const std::string& prompt, int32_t, const std::string& title) override {
+    shown.push_back({ShownMessage::Box, title, "", prompt});
+    return 1;
+  }
 
   std::vector<ShownMessage> shown;
-  bool saw_visible = true;  // every form was Visible while shown
 };
 
 // Installs a CaptureUi for the current thread for the scope's lifetime and
 // sets the UI language (English by default).
 class CaptureScope {
  public:
-  explicit CaptureScope(int32_t language = 1033);
-  ~CaptureScope();
+  explicit CaptureScope(int32_t language = 1033) {
+    SetMessageUi(ui_);
+    SetThreadUILanguage(language);
+  }
+  ~CaptureScope() {
+    SetMessageUi(nullptr);
+    SetThreadUILanguage(0);
+  }
   CaptureUi& ui() { return *ui_; }
   const std::vector<ShownMessage>& shown() const { return ui_->shown; }
   // The last message's text, or "" when none was shown.
-  std::string LastText() const;
+  std::string LastText() const { return shown().empty() ? std::string() : shown().back().text; }
 
  private:
-  std::shared_ptr<CaptureUi> ui_;
+  std::shared_ptr<CaptureUi> ui_ = std::make_shared<CaptureUi>();
 };
 
 }  // namespace varnel::testing
