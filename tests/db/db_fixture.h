@@ -35,6 +35,9 @@ inline std::vector<Variant> CurrentRow(db::Recordset& rs) {
   return row;
 }
 
+// What GetRows returns: the values of each column, row by row.
+using Columns = std::vector<std::vector<Variant>>;
+
 inline std::vector<Variant> Longs(std::initializer_list<int32_t> values) {
   return std::vector<Variant>(values.begin(), values.end());
 }

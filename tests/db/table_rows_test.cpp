@@ -30,7 +30,7 @@ class TableRows : public DbTest {
     ASSERT_FALSE(rs_.InitDataSource()) << capture_.LastText();
   }
 
-  std::vector<std::vector<Variant>> Table(const std::string& columns) {
+  Columns Table(const std::string& columns) {
     return Query("SELECT " + columns + " FROM Accts ORDER BY [Acct]")->GetRows();
   }
 
@@ -122,9 +122,8 @@ TEST_P(TableRows, RowsWhoseKeysShareADoubleAreEditedDeletedAndFoundByTheirOwnKey
   rs_.AbsolutePosition(2);
   ASSERT_FALSE(rs_.DeleteRecord());
   EXPECT_EQ(rs_.UpdateRecord(), E_Succeed) << capture_.LastText();
-  EXPECT_EQ(Table("[Acct], [Name]"),
-            (std::vector<std::vector<Variant>>{{Variant(int32_t{7}), Variant(kSecond)},
-                                               {Variant("small"), Variant("edited")}}));
+  EXPECT_EQ(Table("[Acct], [Name]"), (Columns{{Variant(int32_t{7}), Variant(kSecond)},
+                                              {Variant("small"), Variant("edited")}}));
 
   ASSERT_FALSE(rs_.NewQuery());
   rs_["Acct"]->QueryValue = "9007199254740993";
@@ -160,10 +159,9 @@ TEST_P(TableRows, ExactNumericAmountsRoundTripAndSaveWithoutAFalseConflict) {
   ASSERT_FALSE(rs_.Modify("Amount", Variant("1234567890.1234567892")));
   EXPECT_EQ(rs_.UpdateRecord(), E_Succeed) << capture_.LastText();
   EXPECT_EQ(Table("CAST([Acct] AS text), CAST([Amount] AS text), [Name]"),
-            (std::vector<std::vector<Variant>>{
-                {Variant("9007199254740992"), Variant("9007199254740993")},
-                {Variant("0.5000000000"), Variant("1234567890.1234567892")},
-                {Variant("b"), Variant("kept amount")}}));
+            (Columns{{Variant("9007199254740992"), Variant("9007199254740993")},
+                     {Variant("0.5000000000"), Variant("1234567890.1234567892")},
+                     {Variant("b"), Variant("kept amount")}}));
 }
 
 VARNEL_ON_EVERY_PROVIDER(TableRows);

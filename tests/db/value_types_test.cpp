@@ -125,11 +125,10 @@ TEST_P(ValueTypes, DeclaredTypesDecideTheVariantKindBothWaysExpressionsTheirValu
       "CREATE TABLE U (D DATETIME, N INTEGER, B BOOLEAN, M MONEY);"
       "INSERT INTO U VALUES ('next tuesday', 'many', 'yes', 'lots');"
       "INSERT INTO U VALUES (37747, 4e12, 2, 1e300)");
-  EXPECT_EQ(Query("U")->GetRows(),
-            (std::vector<std::vector<Variant>>{{Variant("next tuesday"), Variant(int32_t{37747})},
-                                               {Variant("many"), Variant(int64_t{4000000000000})},
-                                               {Variant("yes"), Variant(true)},
-                                               {Variant("lots"), Variant(1e300)}}));
+  EXPECT_EQ(Query("U")->GetRows(), (Columns{{Variant("next tuesday"), Variant(int32_t{37747})},
+                                            {Variant("many"), Variant(int64_t{4000000000000})},
+                                            {Variant("yes"), Variant(true)},
+                                            {Variant("lots"), Variant(1e300)}}));
 }
 
 VARNEL_ON_EVERY_PROVIDER(ValueTypes);
