@@ -128,9 +128,8 @@ TEST_P(Conditions, FilterKeepsTheMatchingRowsFromTheFirstMatchAndABadFilterChang
   for (const BadFilterCase& c : bad_cases) {
     const VbError error = ErrorOf([&] { rs->Filter(c.filter); });
     EXPECT_EQ(error.Number(), 3001) << c.filter;
-    EXPECT_NE(error.Description().find(c.message), std::string::npos)
-        << c.filter << " -> " << error.Description();
-    EXPECT_NE(error.Description().find(c.filter), std::string::npos) << "names the filter";
+    EXPECT_TRUE(Holds(error.Description(), c.message));
+    EXPECT_TRUE(Holds(error.Description(), c.filter)) << "names the filter";
     EXPECT_EQ(rs->Filter(), "Qty > 5");
     EXPECT_EQ(rs->RecordCount(), 2);
     EXPECT_EQ(rs->AbsolutePosition(), 2);

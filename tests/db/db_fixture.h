@@ -35,6 +35,13 @@ inline std::vector<Variant> CurrentRow(db::Recordset& rs) {
   return row;
 }
 
+// Whether Text holds Part; a failure shows both.
+inline ::testing::AssertionResult Holds(const std::string& text, const std::string& part) {
+  return (text.find(part) != std::string::npos ? ::testing::AssertionSuccess()
+                                               : ::testing::AssertionFailure())
+         << "'" << text << "' and '" << part << "'";
+}
+
 // What GetRows returns: the values of each column, row by row.
 using Columns = std::vector<std::vector<Variant>>;
 

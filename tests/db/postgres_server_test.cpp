@@ -50,8 +50,8 @@ TEST(PostgresConnection, RefusedConnectionsSayWhyAndNeverShowThePassword) {
     db::Connection cn;
     const VbError error = ErrorOf([&] { cn.Open(c.connection, "", c.password_argument); });
     EXPECT_EQ(error.Number(), -2147467259);
-    EXPECT_NE(error.Description().find(c.says), std::string::npos) << error.Description();
-    EXPECT_EQ(error.Description().find(kPassword), std::string::npos) << error.Description();
+    EXPECT_TRUE(Holds(error.Description(), c.says));
+    EXPECT_FALSE(Holds(error.Description(), kPassword));
     EXPECT_EQ(cn.State(), 0);
   }
 }
@@ -154,14 +154,12 @@ TEST_F(PostgresServerLoss, AnOpenTransactionIsLostWhileARecordsetKeepsItsRowsAnd
   cn_->Execute("UPDATE Items SET [Qty] = 99");
   server_.Kill();
   const VbError lost = ErrorOf([&] { cn_->Execute("DELETE FROM Items"); });
-  EXPECT_NE(lost.Description().find("The transaction that was open is lost"), std::string::npos)
-      << lost.Description();
+  EXPECT_TRUE(Holds(lost.Description(), "The transaction that was open is lost"));
   server_.Restart();
-  EXPECT_NE(ErrorOf([&] { cn_->Execute("DELETE FROM Items"); }).Description().find("Roll it back"),
-            std::string::npos)
+  EXPECT_TRUE(
+      Holds(ErrorOf([&] { cn_->Execute("DELETE FROM Items"); }).Description(), "Roll it back"))
       << "nothing runs outside the transaction the client believes open";
-  EXPECT_NE(ErrorOf([&] { cn_->CommitTrans(); }).Description().find("Nothing of it was kept"),
-            std::string::npos);
+  EXPECT_TRUE(Holds(ErrorOf([&] { cn_->CommitTrans(); }).Description(), "Nothing of it was kept"));
   EXPECT_EQ(StoredQty(), Longs({11, 20, 30}));
   cn_->BeginTrans();
   cn_->Execute("UPDATE Items SET [Qty] = 33 WHERE [Id] = 3");
@@ -187,17 +185,15 @@ TEST_F(PostgresServerLoss, AnOpenTransactionIsLostWhileARecordsetKeepsItsRowsAnd
   ASSERT_FALSE(rs.MoveNext());
   ASSERT_FALSE(rs.Modify("Qty", Variant(int32_t{22})));
   EXPECT_EQ(rs.UpdateRecord(), E_Defeat);
-  EXPECT_NE(ui.LastText().find("The connection to the PostgreSQL server was lost while executing "
-                               "'UPDATE \"items\" SET \"Qty\" = ? WHERE \"Id\" = ?'"),
-            std::string::npos)
-      << ui.LastText();
-  EXPECT_EQ(ui.LastText().find(kPassword), std::string::npos) << ui.LastText();
+  EXPECT_TRUE(Holds(ui.LastText(),
+                    "The connection to the PostgreSQL server was lost while executing "
+                    "'UPDATE \"items\" SET \"Qty\" = ? WHERE \"Id\" = ?'"));
+  EXPECT_FALSE(Holds(ui.LastText(), kPassword));
   EXPECT_EQ(rs.UpdateRecord(), E_Defeat);
-  EXPECT_NE(ui.LastText().find("Cannot connect to the PostgreSQL server at 127.0.0.1:"),
-            std::string::npos)
-      << "the next call tries to connect again: " << ui.LastText();
-  EXPECT_NE(ui.LastText().find("executing 'UPDATE "), std::string::npos);
-  EXPECT_EQ(ui.LastText().find(kPassword), std::string::npos) << ui.LastText();
+  EXPECT_TRUE(Holds(ui.LastText(), "Cannot connect to the PostgreSQL server at 127.0.0.1:"))
+      << "the next call tries to connect again";
+  EXPECT_TRUE(Holds(ui.LastText(), "executing 'UPDATE "));
+  EXPECT_FALSE(Holds(ui.LastText(), kPassword));
   EXPECT_EQ(rs.SFConnection->State(), 1) << "the connection stays open until the client closes it";
   EXPECT_EQ(rs.EditStatus(), E_Modify) << "the edit waits to be saved again";
   EXPECT_EQ(rs.Rows(), 3);

@@ -129,7 +129,7 @@ TEST_P(TableRows, RowsWhoseKeysShareADoubleAreEditedDeletedAndFoundByTheirOwnKey
   rs_["Acct"]->QueryValue = "9007199254740993";
   std::string condition;
   ASSERT_FALSE(rs_.GetCondition(condition));
-  EXPECT_NE(condition.find("[Acct]=9007199254740993"), std::string::npos) << condition;
+  EXPECT_TRUE(Holds(condition, "[Acct]=9007199254740993"));
   ASSERT_FALSE(rs_.ExecuteQuery());
   ASSERT_EQ(rs_.Rows(), 1);
   EXPECT_EQ(rs_["Acct"]->GetValue(1), Variant(kSecond));
