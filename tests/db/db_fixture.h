@@ -26,15 +26,6 @@ VbError ErrorOf(Body&& body) {
   return VbError(0, "no error");
 }
 
-// The values of Rs's current row, field by field.
-inline std::vector<Variant> CurrentRow(db::Recordset& rs) {
-  std::vector<Variant> row;
-  for (int32_t i = 0; i < rs.Fields().Count(); ++i) {
-    row.push_back(rs.Fields()[i].Value());
-  }
-  return row;
-}
-
 // Whether Text holds Part; a failure shows both.
 inline ::testing::AssertionResult Holds(const std::string& text, const std::string& part) {
   return (text.find(part) != std::string::npos ? ::testing::AssertionSuccess()

@@ -101,13 +101,17 @@ TEST_P(ValueTypes, DeclaredTypesDecideTheVariantKindBothWaysExpressionsTheirValu
   const Variant read = RoundTrip("TIMESTAMP", Variant("2003-05-06 14:30:15"));
   ASSERT_EQ(read.VarType(), vbDate);
   EXPECT_EQ(IsoDate(read.AsDate()), "2003-05-06 14:30:15") << "dates keep their seconds";
-  std::vector<Variant> expected{Variant(int32_t{2}), Variant(1.5), Variant("ab"), Variant::Null(),
-                                Variant(int64_t{3000000000})};
+  Columns expected{{Variant(int32_t{2})},
+                   {Variant(1.5)},
+                   {Variant("ab")},
+                   {Variant::Null()},
+                   {Variant(int64_t{3000000000})}};
   if (OnPostgres()) {
-    expected.insert(expected.end(), {Variant(true), Variant(Currency{25000})});
+    expected.insert(expected.end(), {{Variant(true)}, {Variant(Currency{25000})}});
   }
-  EXPECT_EQ(CurrentRow(*Query(std::string("SELECT 1 + 1, 0.5 * 3, 'a' || 'b', NULL, 3000000000") +
-                              (OnPostgres() ? ", 1 = 1, 2.5::money" : ""))),
+  EXPECT_EQ(Query(std::string("SELECT 1 + 1, 0.5 * 3, 'a' || 'b', NULL, 3000000000") +
+                  (OnPostgres() ? ", 1 = 1, 2.5::money" : ""))
+                ->GetRows(),
             expected);
   cn()->Execute(std::string("CREATE TABLE S (A VARCHAR(40), B ") +
                 Says("NVARCHAR (12)", "CHARACTER VARYING (12)") +
