@@ -2,6 +2,7 @@
 // keys and clicks on the real widgets, dialogs answered by pressing their buttons.
 #include <QAbstractButton>
 #include <QAction>
+#include <QFormLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -71,10 +72,6 @@ class WindowTest : public OrderTable {
   // The next modal window is handed to answer as soon as it is on screen.
   void AnswerNextModal(std::function<void(QWidget*)> answer) {
     auto* poll = new QTimer(window.get());
-    connect_answer(poll, std::move(answer));
-    poll->start(10);
-  }
-  static void connect_answer(QTimer* poll, std::function<void(QWidget*)> answer) {
     QObject::connect(poll, &QTimer::timeout, poll, [poll, answer] {
       if (QWidget* modal = QApplication::activeModalWidget()) {
         poll->stop();
@@ -82,6 +79,7 @@ class WindowTest : public OrderTable {
         poll->deleteLater();
       }
     });
+    poll->start(10);
   }
 
   std::shared_ptr<qt::QtMessageUi> dialogs;
@@ -223,13 +221,11 @@ TEST_P(WindowTest, TheLanguageSwitchesWhileRunning) {
   EXPECT_TRUE(std::any_of(headers.begin(), headers.end(), [](const QList<QVariant>& signal) {
     return signal.at(0).value<Qt::Orientation>() == Qt::Horizontal;
   })) << "the views are told to read the headers again";
-  const auto caption = [&] {
-    for (const QLabel* label : window->Form().findChildren<QLabel*>()) {
-      if (label->buddy() == window->Form().Editor("Customer")) {
-        return label->text();
-      }
-    }
-    return QString();
+  const auto caption = [&] {  // the form's label beside the Customer editor
+    const auto* rows = qobject_cast<QFormLayout*>(window->Form().layout());
+    return qobject_cast<QLabel*>(
+               rows->labelForField(window->Form().Editor("Customer")->parentWidget()))
+        ->text();
   };
   EXPECT_EQ(caption(), "客户");
   EXPECT_EQ(window->Action(Command::kSave)->text(), "保存(&S)");
