@@ -43,6 +43,8 @@ class AppSession : public ::testing::Test {
   std::shared_ptr<db::Connection> database_;
 };
 
+// The rows that Sql reads on Connection.
+Rows QueryRows(const std::shared_ptr<db::Connection>& connection, const std::string& sql);
 // Counts the lines of Output that contain Text (that start with it if At_start).
 int CountLines(const std::string& output, const std::string& text, bool at_start = false);
 // Expects each of Lines in Output, or, for a line "!text", text nowhere in it.

@@ -13,7 +13,8 @@ namespace {
 
 struct SessionCase {
   const char* name;
-  // {go}: to an unlocked order; {row}: its row. "--..." is an option and
+  // {go}: to an unlocked order; {row}: its row; {db}: the sample database's
+  // file. "--..." is an option and
   // "NAME=value" the environment's; without either, the session is English.
   std::vector<std::string> script;
   std::vector<std::string> shown;  // what the output holds ({row} as above); "!...": not
@@ -83,7 +84,8 @@ const SessionCase kCases[] = {
     {"a Chinese environment gets the Chinese screen and messages",
      {"LANG=zh_CN.UTF-8", "{go}", "set 数量 many", "new", "save", "undo", "quit"},
      {"第 1 行，共 300 行 | 浏览", "[错误] 错误：13 数据类型不匹配！",
-      "[错误] 错误：94 请输入 '客户'  不能为空！", "未保存，您的修改已保留。请按提示处理后再保存。", "  * 订单日期  20"},
+      "[错误] 错误：94 请输入 '客户'  不能为空！", "未保存，您的修改已保留。请按提示处理后再保存。",
+      "  * 订单日期  20"},
      1},
     {"--lang overrides the environment, either way",
      {"LANG=zh_CN.UTF-8", "--lang=en", "quit"},
@@ -92,6 +94,11 @@ const SessionCase kCases[] = {
     {"--lang zh overrides a plain environment",
      {"LANG=C", "--lang=zh", "quit"},
      {"第 1 行，共 300 行", "  * 客户"},
+     0},
+    {"a screen read from the field-information table of a --connect database",
+     {"--connect=Provider=SQLite;Data Source={db}", "--view=Orders",
+      "--fields-table=FieldsInformation", "--lang=en", "quit"},
+     {"Varnel: Orders, 300 rows.", "  * Unit price"},
      0},
     // Last: it deletes the order the others edit.
     {"a copy saved by a move and a deletion saved by a move are announced",
@@ -107,32 +114,32 @@ size_t EnvironmentName(const std::string& line) {
   return name != std::string::npos && name > 0 && line[name] == '=' ? name : 0;
 }
 
-std::string Filled(std::string text, const std::string& go, int32_t id) {
-  for (const auto& [from, to] : {std::pair<std::string, std::string>{"{go}", go},
-                                 {"{row}", go.substr(5)},
-                                 {"{id}", std::to_string(id)}}) {
-    for (size_t at = text.find(from); at != std::string::npos; at = text.find(from)) {
-      text.replace(at, from.size(), to);
-    }
-  }
-  return text;
-}
-
 TEST_F(AppSession, SessionsKeepWorkAndSayWhatHappened) {
   const int32_t id = FirstOrderWhere("Locked = 0 AND Note IS NULL");
   const std::string go = Goto(id);
+  const std::map<std::string, std::string> marks = {
+      {"{go}", go}, {"{row}", go.substr(5)}, {"{id}", std::to_string(id)}, {"{db}", SamplePath()}};
+  const auto filled = [&marks](std::string text) {
+    for (const auto& [from, to] : marks) {
+      for (size_t at = text.find(from); at != std::string::npos; at = text.find(from)) {
+        text.replace(at, from.size(), to);
+      }
+    }
+    return text;
+  };
   for (const SessionCase& c : kCases) {
     SCOPED_TRACE(c.name);
     std::string script;
     std::vector<std::string> extra = {"--data-dir", dir_.path().string()};
     std::map<std::string, std::string> env;
-    for (const std::string& line : c.script) {
+    for (const std::string& marked : c.script) {
+      const std::string line = filled(marked);
       if (line.rfind("--", 0) == 0) {
         extra.push_back(line);
       } else if (const size_t equals = EnvironmentName(line); equals != 0) {
         env[line.substr(0, equals)] = line.substr(equals + 1);
       } else {
-        script += Filled(line, go, id) + "\n";
+        script += line + "\n";
       }
     }
     if (env.empty() && extra.size() == 2) {
@@ -142,7 +149,7 @@ TEST_F(AppSession, SessionsKeepWorkAndSayWhatHappened) {
     EXPECT_EQ(run.exit_code, c.exit_code) << run.output;
     std::vector<std::string> shown;
     for (const std::string& line : c.shown) {
-      shown.push_back(Filled(line, go, id));
+      shown.push_back(filled(line));
     }
     ExpectShown(run.output, shown);
     for (const char byte : run.output) {
@@ -151,7 +158,7 @@ TEST_F(AppSession, SessionsKeepWorkAndSayWhatHappened) {
           << run.output;
     }
     if (!c.check.empty()) {
-      EXPECT_EQ(CStr(Scalar(Filled(c.check[0], go, id))), c.check[1]);
+      EXPECT_EQ(CStr(Scalar(filled(c.check[0]))), c.check[1]);
     }
   }
 }
