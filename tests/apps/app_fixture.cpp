@@ -16,8 +16,8 @@ std::vector<std::string> AppSession::Args(const std::vector<std::string>& extra)
   return args;
 }
 
-AppRun AppSession::Run(const std::string& script, const std::vector<std::string>& extra) {
-  return RunApp(Args(extra), script);
+AppRun AppSession::Run(const std::string& script) {
+  return RunApp(Args(), script);
 }
 
 AppRun AppSession::Run(const std::vector<std::string>& lines) {

@@ -23,8 +23,8 @@ class AppSession : public ::testing::Test {
 
   // --data-dir <temp> --lang en, then Extra.
   std::vector<std::string> Args(const std::vector<std::string>& extra = {}) const;
-  // Runs the sample screen with Script (English unless Extra says otherwise).
-  AppRun Run(const std::string& script, const std::vector<std::string>& extra = {});
+  // Runs the sample screen in English with Script.
+  AppRun Run(const std::string& script);
   // Runs the sample screen with one command per line.
   AppRun Run(const std::vector<std::string>& lines);
 
