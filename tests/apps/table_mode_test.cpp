@@ -48,51 +48,35 @@ std::string Pick(std::mt19937& random, const std::vector<std::string>& from) {
   return from[std::uniform_int_distribution<size_t>(0, from.size() - 1)(random)];
 }
 
-std::string RandomScript(std::mt19937& random, const std::vector<std::string>& fields,
-                         const std::string& export_path) {
-  std::string script;
-  for (int i = 0; i < kCommandsPerSession; ++i) {
-    const std::string word = Pick(random, kWords);
-    if (word == "set") {
-      script += "set " + Pick(random, fields) + " " + Pick(random, kValues);
-    } else if (word == "export") {
-      script += "export " + export_path;
-    } else {
-      script += word + " " + Pick(random, kValues);
-    }
-    script += "\n";
-  }
-  return script;
-}
-
-// Every line read is echoed after the prompt and answered before the next.
-void ExpectEveryLineAnswered(const AppRun& run, int lines) {
-  ASSERT_TRUE(run.exit_code == 0 || run.exit_code == 1) << run.exit_code << "\n" << run.output;
-  EXPECT_EQ(run.output.find("runtime error"), std::string::npos) << run.output;
-  int prompts = 0;
-  for (size_t at = run.output.find("varnel> "); at != std::string::npos;
-       at = run.output.find("varnel> ", at + 1)) {
-    ++prompts;
-    const size_t line_end = run.output.find('\n', at);
-    ASSERT_NE(line_end, std::string::npos);
-    const bool quit = run.output.compare(at, 12, "varnel> quit") == 0;
-    EXPECT_TRUE(quit || run.output.compare(line_end + 1, 8, "varnel> ") != 0)
-        << "no answer to: " << run.output.substr(at, line_end - at);
-  }
-  EXPECT_LE(prompts, lines);
-}
-
-const std::map<std::string, std::string> kSanitizerExits = {
-    {"ASAN_OPTIONS", "exitcode=86"}, {"UBSAN_OPTIONS", "halt_on_error=1:exitcode=86"}};
-
-// Bounded random sessions of the program with Args over Fields.
+// Bounded random sessions of the program with Args over Fields. Every line
+// read is echoed after the prompt and answered before the next.
 void RunRandomSessions(unsigned seed, const std::vector<std::string>& args,
                        const std::vector<std::string>& fields, const std::string& export_path) {
   std::mt19937 random(seed);
   for (int session = 0; session < kSessions; ++session) {
-    const std::string script = RandomScript(random, fields, export_path);
+    std::string script;
+    for (int i = 0; i < kCommandsPerSession; ++i) {
+      const std::string word = Pick(random, kWords);
+      const std::string field = word == "set" ? " " + Pick(random, fields) : "";
+      script +=
+          word + field + " " + (word == "export" ? export_path : Pick(random, kValues)) + "\n";
+    }
     SCOPED_TRACE(script);
-    ExpectEveryLineAnswered(RunApp(args, script, kSanitizerExits), kCommandsPerSession);
+    const AppRun run =
+        RunApp(args, script,
+               {{"ASAN_OPTIONS", "exitcode=86"}, {"UBSAN_OPTIONS", "halt_on_error=1:exitcode=86"}});
+    ASSERT_TRUE(run.exit_code == 0 || run.exit_code == 1) << run.exit_code << "\n" << run.output;
+    EXPECT_EQ(run.output.find("runtime error"), npos) << run.output;
+    int prompts = 0;
+    for (size_t at = run.output.find("varnel> "); at != npos;
+         at = run.output.find("varnel> ", at + 1), ++prompts) {
+      const size_t line_end = run.output.find('\n', at);
+      ASSERT_NE(line_end, npos);
+      const bool quit = run.output.compare(at, 12, "varnel> quit") == 0;
+      EXPECT_TRUE(quit || run.output.compare(line_end + 1, 8, "varnel> ") != 0)
+          << "no answer to: " << run.output.substr(at, line_end - at);
+    }
+    EXPECT_LE(prompts, kCommandsPerSession);
   }
 }
 
