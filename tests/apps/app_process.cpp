@@ -22,12 +22,13 @@ constexpr int kTimeLimitMs = 30000;
 
 void AppProcess::StartChild(std::vector<std::string>& argv,
                             const std::map<std::string, std::string>& env) {
-  for (const char* name : {"LANGUAGE", "LC_ALL", "LC_MESSAGES"}) {
-    unsetenv(name);
-  }
-  setenv("LANG", "C.UTF-8", 1);
-  setenv("TERM", "xterm", 1);
-  for (const auto& [name, value] : env) {
+  std::map<std::string, std::string> all = env;  // insert keeps what Env gives
+  all.insert({{"LANGUAGE", ""},
+              {"LC_ALL", ""},
+              {"LC_MESSAGES", ""},
+              {"LANG", "C.UTF-8"},
+              {"TERM", "xterm"}});
+  for (const auto& [name, value] : all) {
     if (value.empty()) {
       unsetenv(name.c_str());
     } else {
@@ -73,7 +74,8 @@ AppProcess::AppProcess(const std::vector<std::string>& args,
   }
   int to_child[2];
   int from_child[2];
-  if (pipe(to_child) != 0 || pipe(from_child) != 0) {
+  // Close-on-exec: the program keeps only the ends made its input and output.
+  if (pipe2(to_child, O_CLOEXEC) != 0 || pipe2(from_child, O_CLOEXEC) != 0) {
     throw std::runtime_error("pipe failed");
   }
   pid_ = fork();
@@ -81,8 +83,6 @@ AppProcess::AppProcess(const std::vector<std::string>& args,
     dup2(to_child[0], STDIN_FILENO);
     dup2(from_child[1], STDOUT_FILENO);
     dup2(from_child[1], STDERR_FILENO);
-    close(to_child[1]);
-    close(from_child[0]);
     StartChild(argv, env);
   }
   close(to_child[0]);
