@@ -14,8 +14,8 @@ namespace {
 struct SessionCase {
   const char* name;
   // {go}: to an unlocked order; {row}: its row; {db}: the sample database's
-  // file. "--..." is an option and
-  // "NAME=value" the environment's; without either, the session is English.
+  // file. "--..." is an option and "env NAME=value" the environment's;
+  // without either, the session is English.
   std::vector<std::string> script;
   std::vector<std::string> shown;  // what the output holds ({row} as above); "!...": not
   int exit_code;
@@ -82,17 +82,17 @@ const SessionCase kCases[] = {
       "数量 应为整数，范围 1 至 1000，例如 12。", "Language: English.", "  * Customer"},
      1},
     {"a Chinese environment gets the Chinese screen and messages",
-     {"LANG=zh_CN.UTF-8", "{go}", "set 数量 many", "new", "save", "undo", "quit"},
+     {"env LANG=zh_CN.UTF-8", "{go}", "set 数量 many", "new", "save", "undo", "quit"},
      {"第 1 行，共 300 行 | 浏览", "[错误] 错误：13 数据类型不匹配！",
       "[错误] 错误：94 请输入 '客户'  不能为空！", "未保存，您的修改已保留。请按提示处理后再保存。",
       "  * 订单日期  20"},
      1},
     {"--lang overrides the environment, either way",
-     {"LANG=zh_CN.UTF-8", "--lang=en", "quit"},
+     {"env LANG=zh_CN.UTF-8", "--lang=en", "quit"},
      {"Row 1 of 300 | Browse"},
      0},
     {"--lang zh overrides a plain environment",
-     {"LANG=C", "--lang=zh", "quit"},
+     {"env LANG=C", "--lang=zh", "quit"},
      {"第 1 行，共 300 行", "  * 客户"},
      0},
     {"a screen read from the field-information table of a --connect database",
@@ -107,12 +107,6 @@ const SessionCase kCases[] = {
      0,
      {"SELECT COUNT(*) FROM Orders WHERE OrderId = {id}", "0"}},
 };
-
-// The length of the NAME in a "NAME=value" line; 0 for a command.
-size_t EnvironmentName(const std::string& line) {
-  const size_t name = line.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ_");
-  return name != std::string::npos && name > 0 && line[name] == '=' ? name : 0;
-}
 
 TEST_F(AppSession, SessionsKeepWorkAndSayWhatHappened) {
   const int32_t id = FirstOrderWhere("Locked = 0 AND Note IS NULL");
@@ -136,8 +130,8 @@ TEST_F(AppSession, SessionsKeepWorkAndSayWhatHappened) {
       const std::string line = filled(marked);
       if (line.rfind("--", 0) == 0) {
         extra.push_back(line);
-      } else if (const size_t equals = EnvironmentName(line); equals != 0) {
-        env[line.substr(0, equals)] = line.substr(equals + 1);
+      } else if (const size_t equals = line.find('='); line.rfind("env ", 0) == 0) {
+        env[line.substr(4, equals - 4)] = line.substr(equals + 1);
       } else {
         script += line + "\n";
       }

@@ -280,9 +280,7 @@ TEST_P(WindowTest, ASaveMeetingSomeoneElsesChangeOffersMineOrTheirs) {
           << modal->objectName().toStdString();
       modal->findChild<QPushButton*>("CmdOk")->click();
       AnswerNextModal([&](QWidget* dialog) {
-        typed = qobject_cast<QTableWidget*>(dialog->findChild<QTableWidget*>("ConflictFields"))
-                    ->item(2, 1)
-                    ->text();
+        typed = dialog->findChild<QTableWidget*>("ConflictFields")->item(2, 1)->text();
         dialog->findChild<QPushButton*>(c.button)->click();
       });
     });
