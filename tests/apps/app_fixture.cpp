@@ -5,7 +5,7 @@
 namespace varnel::testing {
 
 void AppSession::SetUp() {
-  const AppRun first = Run("");
+  const AppRun first = RunApp(Args(), "");
   ASSERT_EQ(first.exit_code, 0) << first.output;
   ASSERT_NE(first.output.find("Created the sample database"), std::string::npos) << first.output;
 }
@@ -16,16 +16,12 @@ std::vector<std::string> AppSession::Args(const std::vector<std::string>& extra)
   return args;
 }
 
-AppRun AppSession::Run(const std::string& script) {
-  return RunApp(Args(), script);
-}
-
 AppRun AppSession::Run(const std::vector<std::string>& lines) {
   std::string script;
   for (const std::string& line : lines) {
     script += line + "\n";
   }
-  return Run(script);
+  return RunApp(Args(), script);
 }
 
 std::shared_ptr<db::Connection> AppSession::Database() {

@@ -23,9 +23,7 @@ class AppSession : public ::testing::Test {
 
   // --data-dir <temp> --lang en, then Extra.
   std::vector<std::string> Args(const std::vector<std::string>& extra = {}) const;
-  // Runs the sample screen in English with Script.
-  AppRun Run(const std::string& script);
-  // Runs the sample screen with one command per line.
+  // Runs the sample screen in English with one command per line.
   AppRun Run(const std::vector<std::string>& lines);
 
   std::string SamplePath() const { return (dir_.path() / "sample.db").string(); }

@@ -204,7 +204,7 @@ TEST_F(AppSession, QueryByFormFindsTheRowsSqlFindsAndRefinesThem) {
                                                             {"date", "Order date"},
                                                             {"text", "Customer"},
                                                             {"yes/no", "Paid"}};
-  const std::string help = Run("help\n").output;
+  const std::string help = RunApp(Args(), "help\n").output;
   size_t examples = 0;
   const std::regex kind_line("  ([a-z/]+):  (.*)");
   for (auto it = std::sregex_iterator(help.begin(), help.end(), kind_line);
@@ -221,7 +221,7 @@ TEST_F(AppSession, QueryByFormFindsTheRowsSqlFindsAndRefinesThem) {
   const std::string refine =
       "query\nset Customer Harbor\nset Quantity >=10\nsql\nrun\nrefine\nset Quantity\nrun\n"
       "query\nset Quantity >=30\ncancel\nlist\nclear\nrefresh\nquery\nset Quantity >=\nrun\n";
-  const AppRun run = Run(script + refine + "quit\n");
+  const AppRun run = RunApp(Args(), script + refine + "quit\n");
   const std::string harbor = "SELECT COUNT(*) FROM Orders WHERE Customer LIKE '%Harbor%'";
   expected.insert(expected.end(), examples, -1);  // what help's examples find is not checked
   expected.insert(expected.end(),
