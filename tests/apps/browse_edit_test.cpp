@@ -18,9 +18,8 @@ TEST_F(AppSession, BrowsesTheOrdersInDateOrder) {
   const AppRun run = Run({"next", "last", "next", "goto 150", "list 5", "sql", "quit"});
   ASSERT_EQ(run.exit_code, 1) << run.output;  // the move past the last row failed
   const std::string& out = run.output;
-  EXPECT_NE(out.find("Varnel: Orders, 300 rows."), npos);
   EXPECT_EQ(Statuses(out).front(), "Browse");
-  ExpectShown(out, {"Row 2 of 300 | Browse", "Row 300 of 300 | Browse",
+  ExpectShown(out, {"Varnel: Orders, 300 rows.", "Row 2 of 300 | Browse", "Row 300 of 300 | Browse",
                     "[Error] Error:2103 No current record.",
                     "Select * From Orders Order By OrderDate Asc,OrderId Asc"});
   // The list shows rows 148..152 with the current one marked.
@@ -91,18 +90,16 @@ TEST_F(AppSession, RefusedChangesAreReportedAndNothingIsStored) {
   EXPECT_EQ(CountLines(out, "[Information] You can not update the read only field."), 2) << out;
   EXPECT_EQ(CountLines(out, "| Browse | read-only row"), 3);
   EXPECT_EQ(CountLines(out, "[Error]") + CountLines(out, "[Information]"), 6) << out;
-  ExpectShown(out, {"[Information] Please enter value 'Quantity' >= 1 AND <= 1000 .",
-                    "[Error] Error:13 Type Mismatch."});
+  // The first quit tries to save the new row, is refused again and says so.
+  ExpectShown(out,
+              {"[Information] Please enter value 'Quantity' >= 1 AND <= 1000 .",
+               "[Error] Error:13 Type Mismatch.", "quit again to leave",
+               "Not saved; your changes are kept. Do what the message says, then save again."});
   EXPECT_EQ(CountLines(out, "Nothing to save."), 2);
   EXPECT_EQ(FieldValue(out.substr(0, out.find("varnel> new")), "Quantity"),
             CStr(before[static_cast<size_t>(id - 1)][3]));
-  // The first quit tries to save the new row and is refused again.
   EXPECT_EQ(CountLines(out, "[Error] Error:94 Please enter value 'Customer' can not be null."), 2);
-  EXPECT_NE(
-      out.find("Not saved; your changes are kept. Do what the message says, then save again."),
-      npos);
   EXPECT_EQ(Statuses(out).back(), "New");
-  EXPECT_NE(out.find("quit again to leave"), npos);
   EXPECT_EQ(run.exit_code, 1);
   EXPECT_EQ(Query("SELECT * FROM Orders ORDER BY OrderId"), before);
 }
