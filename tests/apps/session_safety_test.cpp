@@ -2,6 +2,7 @@
 // each row is a script on the sample screen, what the output must show, the
 // exit status and what the database must hold afterwards. Every output is also
 // checked to carry no raw control character.
+#include <algorithm>
 #include <map>
 #include <string>
 #include <vector>
@@ -141,10 +142,8 @@ TEST_F(AppSession, SessionsKeepWorkAndSayWhatHappened) {
     }
     const AppRun run = RunApp(extra, script, env);
     EXPECT_EQ(run.exit_code, c.exit_code) << run.output;
-    std::vector<std::string> shown;
-    for (const std::string& line : c.shown) {
-      shown.push_back(filled(line));
-    }
+    std::vector<std::string> shown(c.shown.size());
+    std::transform(c.shown.begin(), c.shown.end(), shown.begin(), filled);
     ExpectShown(run.output, shown);
     for (const char byte : run.output) {
       ASSERT_FALSE((static_cast<unsigned char>(byte) < 0x20 && byte != '\n') || byte == 0x7f)
