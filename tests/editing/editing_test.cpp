@@ -273,9 +273,12 @@ TEST_F(RecordEditing, FailingSaveHandlerIsReportedOnceAndKeepsTheEdit) {
   } thrower;
   rs.Advise(&thrower);
   const std::function<bool()> operations[] = {
-      [&] { return rs.UpdateRecord() != E_Defeat; }, [&] { return rs.Modify("Name", "Zed"); },
-      [&] { return rs.DeleteRecord(); },            [&] { return rs.CopyRecord(); },
-      [&] { return rs.NewRecord(); },               [&] { return rs.NewQuery(); },
+      [&] { return rs.UpdateRecord() != E_Defeat; },
+      [&] { return rs.Modify("Name", "Zed"); },
+      [&] { return rs.DeleteRecord(); },
+      [&] { return rs.CopyRecord(); },
+      [&] { return rs.NewRecord(); },
+      [&] { return rs.NewQuery(); },
   };
   for (const auto& operation : operations) {
     Fill({{1, "Ann", 2, 1.5}, {2, "Bo", 3, 2.0}, {3, "Cy", 4, 0.5}});

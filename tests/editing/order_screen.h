@@ -12,8 +12,7 @@
 #include "fields/field_access.h"
 #include "recordset/recordset_state.h"
 #include "recordset/row_store.h"
-#include "support/capture_ui.h"
-#include "support/event_log.h"
+#include "recordset/source_fixture.h"
 #include "varnel/varnel.h"
 
 namespace varnel::testing {
@@ -28,24 +27,6 @@ inline std::string EditingEvents(const EventLog& log) {
   }
   return out;
 }
-
-// Answers UserUpdateRecord as told, counts the questions, cancels Before events.
-class ScriptedClient : public ClsRecordsetEvents {
- public:
-  void UserUpdateRecord(Enum_EditRecord& Update_Succeed) override {
-    ++asked;
-    Update_Succeed = answer;
-  }
-  void ModifyBefore(const std::string&, const Variant&, bool& Cancel) override { Cancel = cancel; }
-  void UpdateRecordBefore(bool& Cancel) override { Cancel = cancel_update; }
-  void DeleteRecordBefore(bool& Cancel) override { Cancel = cancel; }
-  void UndoRecordBefore(bool& Cancel) override { Cancel = cancel; }
-  void NewRecordBefore(bool& Cancel) override { Cancel = cancel; }
-
-  Enum_EditRecord answer = E_Succeed;
-  bool cancel = false, cancel_update = false;
-  int asked = 0;
-};
 
 class OrderScreen : public ::testing::Test {
  protected:

@@ -159,8 +159,8 @@ TEST_P(DataSourceLoad, FailedLoadIsReportedAndChangesNothing) {
     const char* condition;
     Enum_EditStatus status;
   } cases[] = {
-      {'I', "NoSuchTable", "", E_Default}, {'I', "Items", "[NoSuchColumn]=1", E_Default},
-      {'R', "NoSuchTable", "", E_Default}, {'R', "Items", "[NoSuchColumn]=1", E_Default},
+      {'I', "NoSuchTable", "", E_Default},         {'I', "Items", "[NoSuchColumn]=1", E_Default},
+      {'R', "NoSuchTable", "", E_Default},         {'R', "Items", "[NoSuchColumn]=1", E_Default},
       {'Q', "Items", "[NoSuchColumn]=1", E_Query},
   };
   for (const auto& c : cases) {
@@ -229,11 +229,11 @@ TEST_P(DataSourceLoad, NothingToOpenFromLeavesNoRowsAndTheClientsObjects) {
 TEST_P(DataSourceLoad, RefreshSavesAPendingEditFirst) {
   Load();
   ASSERT_FALSE(rs.Modify("Qty", Variant(int32_t{99}), 2));
-  answering.answer = E_Defeat;
+  client.answer = E_Defeat;
   EXPECT_FALSE(rs.RefreshDataSource());
   EXPECT_EQ(rs.EditStatus(), E_Modify);
   EXPECT_EQ(rs.Item("Qty")->GetValue(2).ToLong(), 99);  // not reloaded
-  answering.answer = E_Succeed;
+  client.answer = E_Succeed;
   EXPECT_FALSE(rs.RefreshDataSource());
   EXPECT_EQ(rs.EditStatus(), E_Default);
   EXPECT_EQ(rs.Item("Qty")->GetValue(2).ToLong(), 20);  // the client did not write it

@@ -41,17 +41,17 @@ TEST_P(RecordsetNavigation, MovesWalkTheRowsAndRefuseToLeaveThem) {
   log.Clear();
   rs.AbsolutePosition(2);
   EXPECT_EQ(log.Joined(), "");  // already there
-  answering.cancel_moves = true;
+  client.cancel_moves = true;
   rs.AbsolutePosition(3);
   EXPECT_EQ(log.Joined(), "MoveRecordBefore");  // cancelled: no After events
   EXPECT_EQ(rs.AbsolutePosition(), 2);
-  answering.cancel_moves = false;
+  client.cancel_moves = false;
   Execute({"DELETE FROM Items"});
   Load();
   EXPECT_EQ(rs.AbsolutePosition(), 2);  // a load leaves the pointer as it was
   EXPECT_TRUE(rs.MoveFirst());
   EXPECT_TRUE(rs.MoveLast());
-  rs.Rows(0);  // the Rows setter brings it into range
+  rs.Rows(0);                       // the Rows setter brings it into range
   EXPECT_FALSE(rs.MovePrevious());  // row 0 asks for row -1, which is accepted
   EXPECT_EQ(rs.AbsolutePosition(), -1);
 }
@@ -59,12 +59,12 @@ TEST_P(RecordsetNavigation, MovesWalkTheRowsAndRefuseToLeaveThem) {
 TEST_P(RecordsetNavigation, UnsavedEditKeepsTheRowButStillRaisesTheAfterEvents) {
   Load();
   ASSERT_FALSE(rs.Modify("Qty", Variant(int32_t{5})));
-  answering.answer = E_Defeat;
+  client.answer = E_Defeat;
   log.Clear();
   rs.AbsolutePosition(3);
   EXPECT_EQ(rs.AbsolutePosition(), 1);
   EXPECT_EQ(Moves(log), kMoved);
-  answering.answer = E_OtherErr;  // rolled back: the target moves up by one
+  client.answer = E_OtherErr;  // rolled back: the target moves up by one
   rs.AbsolutePosition(3);
   EXPECT_EQ(rs.AbsolutePosition(), 2);
 }
@@ -134,7 +134,7 @@ TEST_P(RecordsetSelection, EveryOptionMarksItsRows) {
 TEST_P(RecordsetSelection, SelectionWaitsForThePendingEditToBeSaved) {
   Load();
   ASSERT_FALSE(rs.Modify("Qty", Variant(int32_t{5})));
-  answering.answer = E_Defeat;
+  client.answer = E_Defeat;
   log.Clear();
   rs.SysSetMutliSelectRows(true, 2, Ctrl);
   rs.SysSetMutliSelectRows(true, 3, Shift);

@@ -16,13 +16,25 @@
 
 namespace varnel::testing {
 
-// Answers UserUpdateRecord with a fixed result and can cancel MoveRecordBefore.
-class Answering : public ClsRecordsetEvents {
+// Answers UserUpdateRecord as told and counts the questions; cancels the
+// Before events it is told to.
+class ScriptedClient : public ClsRecordsetEvents {
  public:
-  void UserUpdateRecord(Enum_EditRecord& result) override { result = answer; }
-  void MoveRecordBefore(bool& cancel) override { cancel = cancel_moves; }
+  void UserUpdateRecord(Enum_EditRecord& Update_Succeed) override {
+    ++asked;
+    Update_Succeed = answer;
+  }
+  void ModifyBefore(const std::string&, const Variant&, bool& Cancel) override { Cancel = cancel; }
+  void UpdateRecordBefore(bool& Cancel) override { Cancel = cancel_update; }
+  void DeleteRecordBefore(bool& Cancel) override { Cancel = cancel; }
+  void UndoRecordBefore(bool& Cancel) override { Cancel = cancel; }
+  void NewRecordBefore(bool& Cancel) override { Cancel = cancel; }
+  void MoveRecordBefore(bool& Cancel) override { Cancel = cancel_moves; }
+  void ExecuteQueryBefore(bool& Cancel) override { Cancel = cancel_execute; }
+
   Enum_EditRecord answer = E_Succeed;
-  bool cancel_moves = false;
+  bool cancel = false, cancel_update = false, cancel_moves = false, cancel_execute = false;
+  int asked = 0;
 };
 
 class SourceTest : public ::testing::TestWithParam<TestProvider> {
@@ -44,7 +56,7 @@ class SourceTest : public ::testing::TestWithParam<TestProvider> {
     rs.Item("Price")->FieldType = F_Numeral;
     rs.Item("Made")->FieldType = F_Date;
     rs.Advise(&log);
-    rs.Advise(&answering);
+    rs.Advise(&client);
   }
 
   // Runs each statement on the test database.
@@ -65,7 +77,7 @@ class SourceTest : public ::testing::TestWithParam<TestProvider> {
   TestDatabase db{GetParam()};
   CaptureScope ui;
   EventLog log;
-  Answering answering;
+  ScriptedClient client;
   ClsRecordset rs;  // declared last: destroyed first, while its sinks still live
 };
 
