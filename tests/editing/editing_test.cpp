@@ -18,7 +18,9 @@ class FixedClock : public ClsRecordsetEvents {
   void SystemTime(Date& SysTime) override { SysTime = Date{37747.0 + 52215.6 / 86400.0}; }
 };
 
-TEST_F(RecordEditing, FirstChangeSnapshotsTheRowAndKeepsThePointer) {
+TEST_F(RecordEditing, ModifyAndDeleteKeepTheValuesBeforeAndSaveAnotherRowFirst) {
+  EXPECT_TRUE(rs.GetModifyValue("Name").IsEmpty());
+  EXPECT_TRUE(rs.GetDeleteValue("Name").IsEmpty());
   EXPECT_FALSE(rs.Modify("Name", "Zed", 2));
   EXPECT_EQ(Column(name), "Ann,Zed,Cy");
   EXPECT_EQ(rs.GetModifyValue("Name"), Variant("Bo"));
@@ -29,14 +31,16 @@ TEST_F(RecordEditing, FirstChangeSnapshotsTheRowAndKeepsThePointer) {
   client.answer = E_Defeat;
   EXPECT_TRUE(rs.Modify("Name", "Xia", 1));  // row 3 cannot be saved: row 1 stays
   EXPECT_EQ(Column(name), "Ann,Zed,Yul");
-}
-
-TEST_F(RecordEditing, MainBooleanFieldStoresIntegerOneAndKeepsTheStatus) {
-  EXPECT_FALSE(rs.Modify("Main", false));
-  EXPECT_EQ(main->GetValue(1).VarType(), vbInteger);
-  EXPECT_EQ(main->GetValue(1).ToLong(), 1);
-  EXPECT_EQ(EditingEvents(log), "ModifyBefore,MainFieldChange,SysModifyAfter,ModifyAfter");
-  EXPECT_EQ(rs.EditStatus(), E_Default);
+  client.answer = E_Succeed;
+  rs.Modify("Qty", int32_t{7});
+  EXPECT_EQ(rs.GetModifyValue(Variant(int32_t{3})).ToLong(), 2);
+  EXPECT_TRUE(rs.GetModifyValue("NoSuchField").IsEmpty());
+  rs.UpdateRecord();
+  rs.DeleteRecord();
+  EXPECT_EQ(rs.GetDeleteValue("Qty").ToLong(), 7);
+  qty->Col = 42;  // a Col outside the collection finds nothing
+  EXPECT_TRUE(rs.GetDeleteValue("Qty").IsEmpty());
+  EXPECT_TRUE(capture.shown().empty());
 }
 
 TEST_F(RecordEditing, ModifyPermissionTable) {
@@ -74,7 +78,9 @@ TEST_F(RecordEditing, ModifyPermissionTable) {
   }
 }
 
-TEST_F(RecordEditing, CancelledOrRejectedChangeStoresNothing) {
+// A cancelled or rejected change stores nothing; in query mode the raw
+// criterion is stored whatever the client or the marks say.
+TEST_F(RecordEditing, CancelledOrRejectedChangeStoresNothingExceptAQueryCriterion) {
   client.cancel = true;
   EXPECT_TRUE(rs.Modify("Name", "Zed", 3));
   EXPECT_EQ(State().saved_row, 3);  // the snapshot is replaced all the same
@@ -85,9 +91,7 @@ TEST_F(RecordEditing, CancelledOrRejectedChangeStoresNothing) {
   EXPECT_EQ(EditingEvents(log), "ModifyBefore,ModifyBefore");
   EXPECT_EQ(Column(name) + " " + Column(qty), "Ann,Bo,Cy 2,3,4");
   EXPECT_EQ(rs.EditStatus(), E_Default);
-}
-
-TEST_F(RecordEditing, QueryModeModifyStoresTheRawCriterionAndIgnoresCancel) {
+  log.Clear();
   State().edit_status = E_Query;
   client.cancel = true;
   name->Edit = false;
@@ -180,7 +184,7 @@ TEST_F(RecordEditing, DeletionKeepsTheRowAndMovesToTheNextOne) {
   EXPECT_EQ(EditingEvents(log), "");
 }
 
-TEST_F(RecordEditing, UndoPeelsOneLayerPerCall) {
+TEST_F(RecordEditing, UndoPeelsOneLayerPerCallAndKeepsTheRowsEditMark) {
   rs.Modify("Name", "Zed", 2);
   State().current_row = 2;
   rs.DeleteRecord();
@@ -202,9 +206,8 @@ TEST_F(RecordEditing, UndoPeelsOneLayerPerCall) {
   EXPECT_FALSE(rs.UndoRecord());
   EXPECT_EQ(EditingEvents(log), "UndoRecordBefore");
   EXPECT_EQ(rs.Rows(), 2);
-}
-
-TEST_F(RecordEditing, UndoneRowKeepsItsEditMark) {
+  client.cancel = false;  // an undone row keeps its edit mark
+  Fill({{1, "Ann", 2, 1.5}, {2, "Bo", 3, 2.0}, {3, "Cy", 4, 0.5}});
   auto lock = rs.Add("Lock");
   lock->FieldType = F_Locked;
   rs.Modify("Lock", int32_t{1});  // locks row 1
@@ -219,18 +222,8 @@ TEST_F(RecordEditing, UndoneRowKeepsItsEditMark) {
   EXPECT_TRUE(rs.GetEdit(3));
 }
 
-TEST_F(RecordEditing, SavingTheOnlyRowAnnouncesTheMainField) {
+TEST_F(RecordEditing, MissingRequiredValueIsReportedAndSavingTheOnlyRowAnnouncesTheMain) {
   Fill({});
-  price->DefaultValue = Variant(1.0);
-  rs.NewRecord("Qty", int32_t{1});
-  log.Clear();
-  EXPECT_EQ(rs.UpdateRecord(), E_Succeed);
-  EXPECT_EQ(EditingEvents(log),
-            "UpdateRecordBefore,UserUpdateRecord,MainFieldChange,EditStatusChange,"
-            "SysUpdateRecordAfter,UpdateRecordAfter,RecordPointerChange,RecordPointerChange2");
-}
-
-TEST_F(RecordEditing, MissingRequiredValueIsReportedAndKeepsTheRow) {
   EXPECT_FALSE(rs.NewRecord());
   log.Clear();
   EXPECT_EQ(rs.UpdateRecord(), E_Defeat);
@@ -243,7 +236,11 @@ TEST_F(RecordEditing, MissingRequiredValueIsReportedAndKeepsTheRow) {
   EXPECT_EQ(rs.EditStatus(), E_AddNew);
   rs.Modify("Qty", int32_t{2});
   rs.Modify("Price", 1.0);
+  log.Clear();
   EXPECT_EQ(rs.UpdateRecord(), E_Succeed);
+  EXPECT_EQ(EditingEvents(log),  // the only row: the main field is announced
+            "UpdateRecordBefore,UserUpdateRecord,MainFieldChange,EditStatusChange,"
+            "SysUpdateRecordAfter,UpdateRecordAfter,RecordPointerChange,RecordPointerChange2");
 }
 
 TEST_F(RecordEditing, CancelledSaveAsksNoOneAndALockedOrUneditableRowDiscardsTheEdit) {
@@ -307,37 +304,6 @@ TEST_F(RecordEditing, KeptRowsGoBackFieldByFieldAfterTheFieldsChanged) {
   EXPECT_EQ(Column(name), "Ann,Bo,Cy");
 }
 
-TEST_F(RecordEditing, MainRowIsTheFirstPresentNonZeroValue) {
-  Fill({{1, "a", 1, 1}, {2, "b", 1, 1}, {3, "c", 1, 1}, {4, "d", 1, 1}});
-  const Variant none[] = {Variant(int16_t{0}), Variant::Null(), Variant(), Variant(int32_t{0})};
-  for (int32_t r = 1; r <= 4; ++r) {
-    main->SetValue(none[r - 1], r);
-  }
-  EXPECT_EQ(rs.GetIsMainRow("Main"), 0);
-  main->SetValue(Variant(int16_t{1}), 3);
-  main->SetValue(Variant(int16_t{1}), 4);
-  EXPECT_EQ(rs.GetIsMainRow("Main"), 3);
-  main->SetValue(Variant(true), 2);  // the Boolean True (-1) counts
-  EXPECT_EQ(rs.GetIsMainRow(Variant(int32_t{6})), 2);
-  Fill({});
-  EXPECT_EQ(rs.GetIsMainRow("NoSuchField"), 0);
-  EXPECT_TRUE(capture.shown().empty());
-}
-
-TEST_F(RecordEditing, ValuesBeforeModificationAndDeletion) {
-  EXPECT_TRUE(rs.GetModifyValue("Name").IsEmpty());
-  EXPECT_TRUE(rs.GetDeleteValue("Name").IsEmpty());
-  rs.Modify("Qty", int32_t{7});
-  EXPECT_EQ(rs.GetModifyValue(Variant(int32_t{3})).ToLong(), 2);
-  EXPECT_TRUE(rs.GetModifyValue("NoSuchField").IsEmpty());
-  rs.UpdateRecord();
-  rs.DeleteRecord();
-  EXPECT_EQ(rs.GetDeleteValue("Qty").ToLong(), 7);
-  qty->Col = 42;  // a Col outside the collection finds nothing
-  EXPECT_TRUE(rs.GetDeleteValue("Qty").IsEmpty());
-  EXPECT_TRUE(capture.shown().empty());
-}
-
 TEST_F(RecordEditing, SystemTimeIsCutToWholeSecondsAndToTheDateKind) {
   const Date now = rs.GetSysTime();
   EXPECT_GT(now.Value, 43831);  // after 2020-01-01
@@ -360,6 +326,28 @@ TEST_F(RecordEditing, SystemTimeIsCutToWholeSecondsAndToTheDateKind) {
   log.Clear();
   rs.CallUserEvent();
   EXPECT_EQ(log.Joined(), "UserEvent");
+}
+
+TEST_F(RecordEditing, MainFieldStoresOneAndItsRowIsTheFirstPresentNonZeroValue) {
+  EXPECT_FALSE(rs.Modify("Main", false));
+  EXPECT_EQ(main->GetValue(1).VarType(), vbInteger);
+  EXPECT_EQ(main->GetValue(1).ToLong(), 1);
+  EXPECT_EQ(EditingEvents(log), "ModifyBefore,MainFieldChange,SysModifyAfter,ModifyAfter");
+  EXPECT_EQ(rs.EditStatus(), E_Default);
+  Fill({{1, "a", 1, 1}, {2, "b", 1, 1}, {3, "c", 1, 1}, {4, "d", 1, 1}});
+  const Variant none[] = {Variant(int16_t{0}), Variant::Null(), Variant(), Variant(int32_t{0})};
+  for (int32_t r = 1; r <= 4; ++r) {
+    main->SetValue(none[r - 1], r);
+  }
+  EXPECT_EQ(rs.GetIsMainRow("Main"), 0);
+  main->SetValue(Variant(int16_t{1}), 3);
+  main->SetValue(Variant(int16_t{1}), 4);
+  EXPECT_EQ(rs.GetIsMainRow("Main"), 3);
+  main->SetValue(Variant(true), 2);  // the Boolean True (-1) counts
+  EXPECT_EQ(rs.GetIsMainRow(Variant(int32_t{6})), 2);
+  Fill({});
+  EXPECT_EQ(rs.GetIsMainRow("NoSuchField"), 0);
+  EXPECT_TRUE(capture.shown().empty());
 }
 
 }  // namespace
