@@ -17,7 +17,7 @@
 namespace varnel::testing {
 
 // Answers UserUpdateRecord as told and counts the questions; cancels the
-// Before events it is told to.
+// Before events it is told to; keeps the query the user mode shows.
 class ScriptedClient : public ClsRecordsetEvents {
  public:
   void UserUpdateRecord(Enum_EditRecord& Update_Succeed) override {
@@ -31,10 +31,14 @@ class ScriptedClient : public ClsRecordsetEvents {
   void NewRecordBefore(bool& Cancel) override { Cancel = cancel; }
   void MoveRecordBefore(bool& Cancel) override { Cancel = cancel_moves; }
   void ExecuteQueryBefore(bool& Cancel) override { Cancel = cancel_execute; }
+  void DataSourceInitUser(const std::string& condition, const std::string& order) override {
+    user_query = condition + "|" + order;
+  }
 
   Enum_EditRecord answer = E_Succeed;
   bool cancel = false, cancel_update = false, cancel_moves = false, cancel_execute = false;
   int asked = 0;
+  std::string user_query;  // what DataSourceInitUser showed: "condition|order"
 };
 
 class SourceTest : public ::testing::TestWithParam<TestProvider> {
