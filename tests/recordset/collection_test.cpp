@@ -15,7 +15,7 @@ std::string NamesOf(const ClsRecordset& rs) {
   return names;
 }
 
-TEST(FieldCollection, ItemByNameInAnyCaseOrByPosition) {
+TEST(FieldCollection, ItemByNameInAnyCaseOrByPositionAndWhatAddSets) {
   ClsRecordset rs;
   auto a = rs.Add("Amount");
   auto b = rs.Add("Price");
@@ -35,11 +35,8 @@ TEST(FieldCollection, ItemByNameInAnyCaseOrByPosition) {
   a->Name = "Total";  // the key stays the name given to Add
   EXPECT_EQ(rs.Item("Amount"), a);
   EXPECT_EQ(rs.Item("Total"), nullptr);
-}
-
-TEST(FieldCollection, NamedFieldTakesAddsSettingsAndAnUnnamedOneTheTypeDefaults) {
-  ClsRecordset rs;
-  auto named = rs.Add("Qty");
+  // A named field takes Add's settings, an unnamed one the type defaults.
+  auto named = rs.Add("Qty");  // the third field
   auto unnamed = rs.Add();
   EXPECT_TRUE(named->IsData && named->Edit && named->EnableNull);
   EXPECT_FALSE(named->IsSum || named->Copy);
@@ -48,7 +45,7 @@ TEST(FieldCollection, NamedFieldTakesAddsSettingsAndAnUnnamedOneTheTypeDefaults)
     EXPECT_TRUE(v->IsNull());
   }
   EXPECT_EQ(named->FieldType, F_Other);
-  EXPECT_EQ(rs.Item(int32_t{2}), unnamed);
+  EXPECT_EQ(rs.Item(int32_t{4}), unnamed);
   EXPECT_FALSE(unnamed->IsData || unnamed->Edit || unnamed->EnableNull);
   EXPECT_TRUE(unnamed->DefaultValue.IsEmpty() && unnamed->SumValue.IsEmpty());
   unnamed->Name = "Later";  // added without a name: reachable by position only

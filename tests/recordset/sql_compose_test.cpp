@@ -12,7 +12,12 @@ std::string SqlText(ClsRecordset& rs) {
   return internal::RecordsetAccess::State(rs).sql_text;
 }
 
-TEST_P(SqlCompose, EveryCombinationOfListConditionAndOrderGivesItsText) {
+TEST_P(SqlCompose, EveryCombinationOfListConditionAndOrderGivesItsTextAndLoads) {
+  // The list is trimmed, so only a list ending in a bracketed name loads in the fifth form.
+  rs.FieldsName = "[Id], [Name], [Qty], [Price], [Made] ";
+  EXPECT_FALSE(rs.InitDataSource()) << ui.LastText();
+  EXPECT_EQ(rs.Rows(), 3);
+  EXPECT_EQ(rs.Item("Name")->GetValue(3), Variant("Washer"));
   const char* cases[][4] = {
       // list, condition, order -> text
       {"a,b", "c=1", "d", "Select a,b From T Where c=1 Order By d"},
@@ -54,7 +59,7 @@ TEST_P(SqlCompose, OrderByChainStopsAtTheFirstBlankField) {
   }
 }
 
-TEST_P(SqlCompose, LaterPredicatesAreParenthesisedAfterTheFixedCondition) {
+TEST_P(SqlCompose, LaterPredicatesAreParenthesisedAndOneWithoutPredicateStopsTheLoad) {
   rs.Item("Name")->FieldType = F_Text;
   rs.Item("Name")->QueryValue = "Bolt";
   rs.Item("Qty")->QueryValue = ">=10";
@@ -69,15 +74,13 @@ TEST_P(SqlCompose, LaterPredicatesAreParenthesisedAfterTheFixedCondition) {
   EXPECT_EQ(rs.SysCondition, p + " and (" + q + ")");
   EXPECT_EQ(rs.RecordsetCondition(), condition);
   EXPECT_TRUE(ui.shown().empty());
-}
-
-TEST_P(SqlCompose, QueryTextWithoutPredicateIsReportedAndStopsTheLoad) {
+  // A criterion that makes no predicate is reported and stops the load.
   auto done = rs.Add("Done");
   done->FieldType = F_Boolean;
   done->DisplayName = "Finished";
   done->QueryValue = "maybe";  // a Boolean criterion is 0 or 1
   rs.SysCondition = "before";
-  std::string condition = "old";
+  condition = "old";
   EXPECT_TRUE(rs.GetCondition(condition));
   EXPECT_EQ(condition, "old");
   EXPECT_EQ(rs.SysCondition, "before");
@@ -87,14 +90,6 @@ TEST_P(SqlCompose, QueryTextWithoutPredicateIsReportedAndStopsTheLoad) {
   EXPECT_FALSE(rs.InitDataSource());
   EXPECT_EQ(rs.Rows(), 0);
   EXPECT_EQ(log.Joined(), "SysDataSourceInit,DataSourceInit,RecordPointerChange");
-}
-
-// The list is trimmed, so only a list ending in a bracketed name loads in the fifth form.
-TEST_P(SqlCompose, ListEndingInABracketLoadsFromTheFifthForm) {
-  rs.FieldsName = "[Id], [Name], [Qty], [Price], [Made] ";
-  EXPECT_FALSE(rs.InitDataSource()) << ui.LastText();
-  EXPECT_EQ(rs.Rows(), 3);
-  EXPECT_EQ(rs.Item("Name")->GetValue(3), Variant("Washer"));
 }
 
 VARNEL_ON_EVERY_PROVIDER(SqlCompose);
