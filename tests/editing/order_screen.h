@@ -32,8 +32,7 @@ class OrderScreen : public ::testing::Test {
  protected:
   OrderScreen() {
     for (const char* field_name : {"Id", "Name", "Qty", "Price", "Amount", "Main"}) {
-      auto field = rs.Add(field_name);
-      field->FieldType = F_Numeral;
+      rs.Add(field_name)->FieldType = F_Numeral;
     }
     id = rs.Item("Id"), name = rs.Item("Name"), qty = rs.Item("Qty");
     price = rs.Item("Price"), amount = rs.Item("Amount"), main = rs.Item("Main");

@@ -17,13 +17,11 @@
 namespace varnel::testing {
 namespace {
 
-// A table Items (Id INTEGER PRIMARY KEY, Name TEXT, Qty INTEGER, Price DOUBLE
-// PRECISION), a recordset loaded from it, and a comparison of memory with it.
-struct ItemRow {
-  int32_t id;
-  Variant name, qty, price;
-};
+const char* const kNames[] = {"Ann", "Bo", "Cy", "Di", "Ed", "Flo"};
 
+// A table Items (Id INTEGER PRIMARY KEY, Name TEXT, Qty INTEGER, Price DOUBLE
+// PRECISION) of 30 rows, a recordset loaded from it, and a comparison of
+// memory with it.
 bool SameCell(const Variant& a, const Variant& b) {
   return a.IsBlank() == b.IsBlank() && (a.IsBlank() || ValuesEqual(a, b));
 }
@@ -32,7 +30,7 @@ class ItemsTable {
  public:
   static constexpr const char* kColumns[] = {"Id", "Name", "Qty", "Price"};
 
-  ItemsTable(const std::vector<ItemRow>& rows, TestProvider provider)
+  explicit ItemsTable(TestProvider provider)
       : db(provider), connection_string(db.ConnectionString("items.db")) {
     connection->Open(connection_string);
     if (provider == TestProvider::kSqlite) {
@@ -41,22 +39,26 @@ class ItemsTable {
     connection->Execute(
         "CREATE TABLE Items (\"Id\" INTEGER PRIMARY KEY, \"Name\" TEXT, \"Qty\" INTEGER, "
         "\"Price\" DOUBLE PRECISION)");
-    for (const ItemRow& row : rows) {
+    for (int32_t id = 1; id <= 30; ++id) {
       connection->Execute("INSERT INTO Items ([Id], [Name], [Qty], [Price]) VALUES (?,?,?,?)",
-                          {Variant(row.id), row.name, row.qty, row.price});
+                          {Variant(id), Variant(kNames[id % 6]), Variant(id), Variant(id / 4.0)});
     }
   }
 
-  // Defines Id (read-only key), Name, Qty and Price on rs and loads the table.
+  // Defines Id (read-only key), Name (not Null), Qty and Price (copied), all
+  // saved, on rs and loads the table.
   void Load(ClsRecordset& rs) const {
     rs.ConnectString = connection_string;
     rs.TableName = "Items";
     rs.UserOpenMode = U_Auto;
     rs.OrderByField1 = "[Id]";
     for (const char* column : kColumns) {
-      rs.Add(column)->FieldType = std::string(column) == "Name" ? F_Text : F_Numeral;
+      auto field = rs.Add(column);
+      field->FieldType = std::string(column) == "Name" ? F_Text : F_Numeral;
+      field->IsData = field->SaveToDB = true;
     }
-    rs.Item("Id")->Edit = false;
+    rs.Item("Id")->Edit = rs.Item("Name")->EnableNull = false;  // a Null name fails validation
+    rs.Item("Qty")->Copy = rs.Item("Price")->Copy = true;
     rs.Item("Price")->NumType = N_Float;
     ASSERT_FALSE(rs.InitDataSource());
   }
@@ -99,8 +101,6 @@ class ItemsTable {
   std::string connection_string;
   std::shared_ptr<db::Connection> connection = std::make_shared<db::Connection>();
 };
-
-const char* const kNames[] = {"Ann", "Bo", "Cy", "Di", "Ed", "Flo"};
 
 constexpr Fault kFaults[] = {Fault::kStatement, Fault::kCommit, Fault::kCommitLost,
                              Fault::kDropConnection, Fault::kUnexpected};
@@ -256,19 +256,10 @@ TEST_P(RandomEditingSequence, MemoryAndTableAgreeAfterEverySave) {
            : field == "Price" ? Variant(below(400) / 4.0)
                               : Variant(int32_t{below(50)});
   };
-  std::vector<ItemRow> rows;
-  for (int32_t id = 1; id <= 30; ++id) {
-    rows.push_back({id, Variant(kNames[id % 6]), Variant(id), Variant(id / 4.0)});
-  }
-  ItemsTable table(rows, GetParam());
+  ItemsTable table(GetParam());
   FaultScope faults;  // after the table's own connection: that one is never faulted
   ClsRecordset rs;
   table.Load(rs);
-  for (const char* column : ItemsTable::kColumns) {
-    rs.Item(column)->IsData = rs.Item(column)->SaveToDB = true;
-  }
-  rs.Item("Name")->EnableNull = false;  // a Null name fails validation
-  rs.Item("Qty")->Copy = rs.Item("Price")->Copy = true;
   WritingClient client(rs, table, random, faults);
   const int32_t cookie = rs.Advise(&client);
   TableWriter writer(rs);
