@@ -9,7 +9,7 @@ namespace {
 using DataSourceLoad = SourceTest;
 constexpr const char* kLoaded = "SysDataSourceInit,DataSourceInit,RecordPointerChange";
 
-TEST_P(DataSourceLoad, AutoModeCopiesEveryRowComputesAndReleasesTheDatabase) {
+TEST_P(DataSourceLoad, AutoModeCopiesEveryRowCutsDatesComputesAndReleasesTheDatabase) {
   auto seq = rs.Add("Seq");
   seq->IsData = false;
   seq->FieldType = F_AutoCoding;
@@ -18,8 +18,13 @@ TEST_P(DataSourceLoad, AutoModeCopiesEveryRowComputesAndReleasesTheDatabase) {
   amount->FieldType = F_Numeral;
   amount->ComputeString = "Qty*Price";
   amount->IsSum = rs.Item("Qty")->IsSum = true;
+  rs.Add("Colour");  // no such column: named, and the other fields load
   EXPECT_FALSE(rs.InitDataSource());
   EXPECT_EQ(log.Joined(), kLoaded);
+  ASSERT_EQ(ui.shown().size(), 1u);
+  EXPECT_EQ(ui.shown()[0].caption, "");
+  EXPECT_EQ(ui.LastText(), "'Colour' doesn't be found.\nId\nName\nQty\nPrice\nMade\nDone");
+  EXPECT_TRUE(rs.Item("Colour")->GetValue(2).IsNull());
   EXPECT_EQ(rs.Rows(), 3);
   EXPECT_EQ(rs.AbsolutePosition(), 1);
   EXPECT_EQ(rs.Item("Name")->GetValue(2), Variant("Nut"));
@@ -35,6 +40,18 @@ TEST_P(DataSourceLoad, AutoModeCopiesEveryRowComputesAndReleasesTheDatabase) {
   EXPECT_EQ(amount->GetValue(2).ToDouble(), 5.0);
   EXPECT_EQ(rs.Item("Qty")->SumValue.ToDouble(), 60.0);
   EXPECT_EQ(amount->SumValue.ToDouble(), 20.0);
+  // Dates keep only what their DateType shows.
+  const std::pair<Enum_DateType, const char*> cases[] = {
+      {D_YMDHNS, "2003-05-06 14:30:15"}, {D_YMDHN, "2003-05-06 14:30:00"},
+      {D_YMD, "2003-05-06 00:00:00"},    {D_HNS, "1899-12-30 14:30:15"},
+      {D_HN, "1899-12-30 14:30:00"},
+  };
+  for (const auto& [type, expected] : cases) {
+    rs.Item("Made")->DateType = type;
+    ASSERT_FALSE(rs.InitDataSource());
+    EXPECT_EQ(IsoDate(rs.Item("Made")->GetValue(1).ToDate()), expected) << type;
+    EXPECT_TRUE(rs.Item("Made")->GetValue(3).IsNull());
+  }
 }
 
 TEST_P(DataSourceLoad, UserModeShowsTheQueryReusesTheOpenRecordsetAndCloseForgetsIt) {
@@ -95,39 +112,17 @@ TEST_P(DataSourceLoad, EmptyTableLeavesNoRows) {
   EXPECT_EQ(log.Joined(), kLoaded);
 }
 
-TEST_P(DataSourceLoad, DatesKeepOnlyWhatTheirDateTypeShows) {
-  const std::pair<Enum_DateType, const char*> cases[] = {
-      {D_YMDHNS, "2003-05-06 14:30:15"}, {D_YMDHN, "2003-05-06 14:30:00"},
-      {D_YMD, "2003-05-06 00:00:00"},    {D_HNS, "1899-12-30 14:30:15"},
-      {D_HN, "1899-12-30 14:30:00"},
-  };
-  for (const auto& [type, expected] : cases) {
-    rs.Item("Made")->DateType = type;
-    ASSERT_FALSE(rs.InitDataSource());
-    EXPECT_EQ(IsoDate(rs.Item("Made")->GetValue(1).ToDate()), expected) << type;
-    EXPECT_TRUE(rs.Item("Made")->GetValue(3).IsNull());
-  }
-}
-
-TEST_P(DataSourceLoad, MissingColumnIsNamedAndTheOtherFieldsLoad) {
-  rs.Add("Colour");
-  EXPECT_FALSE(rs.InitDataSource());
-  ASSERT_EQ(ui.shown().size(), 1u);
-  EXPECT_EQ(ui.shown()[0].caption, "");
-  EXPECT_EQ(ui.LastText(), "'Colour' doesn't be found.\nId\nName\nQty\nPrice\nMade\nDone");
-  EXPECT_TRUE(rs.Item("Colour")->GetValue(2).IsNull());
-  EXPECT_EQ(rs.Item("Name")->GetValue(2), Variant("Nut"));
-}
-
 TEST_P(DataSourceLoad, CheckFieldsRefusesBadDefinitionsButRaisesTheEvents) {
   const struct {
-    int setup;
+    void (*setup)(ClsRecordset&);
     const char* title;
     const char* text;
   } cases[] = {
-      {0, "", "没有指定字段！"},
-      {1, "Check_Field", "Please set ' Price' currency sign."},
-      {2, "Check_Field", "F_Locked 类型字段不能同时有两列！"},
+      {[](ClsRecordset& r) { r.Clear(); }, "", "没有指定字段！"},
+      {[](ClsRecordset& r) { r.Item("Price")->FieldType = F_Currency; }, "Check_Field",
+       "Please set ' Price' currency sign."},
+      {[](ClsRecordset& r) { r.Item("Id")->FieldType = r.Item("Qty")->FieldType = F_Locked; },
+       "Check_Field", "F_Locked 类型字段不能同时有两列！"},
   };
   for (const auto& c : cases) {
     ClsRecordset other;
@@ -138,13 +133,7 @@ TEST_P(DataSourceLoad, CheckFieldsRefusesBadDefinitionsButRaisesTheEvents) {
     for (const char* name : {"Id", "Qty", "Price"}) {
       other.Add(name);
     }
-    if (c.setup == 0) {
-      other.Clear();
-    } else if (c.setup == 1) {
-      other.Item("Price")->FieldType = F_Currency;
-    } else {
-      other.Item("Id")->FieldType = other.Item("Qty")->FieldType = F_Locked;
-    }
+    c.setup(other);
     EXPECT_FALSE(other.InitDataSource());
     EXPECT_EQ(ui.shown().back().caption, c.title);
     EXPECT_EQ(ui.LastText(), c.text);
