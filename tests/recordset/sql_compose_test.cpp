@@ -12,7 +12,7 @@ std::string SqlText(ClsRecordset& rs) {
   return internal::RecordsetAccess::State(rs).sql_text;
 }
 
-TEST_P(SqlCompose, EveryCombinationOfListConditionAndOrderGivesItsTextAndLoads) {
+TEST_P(SqlCompose, EveryCombinationOfListConditionAndOrderGivesItsTextAndTheChainStopsAtABlank) {
   // The list is trimmed, so only a list ending in a bracketed name loads in the fifth form.
   rs.FieldsName = "[Id], [Name], [Qty], [Price], [Made] ";
   EXPECT_FALSE(rs.InitDataSource()) << ui.LastText();
@@ -36,10 +36,8 @@ TEST_P(SqlCompose, EveryCombinationOfListConditionAndOrderGivesItsTextAndLoads) 
     rs.DefaultOrderBy = order;
     EXPECT_EQ(SqlText(rs), sql) << fields << "|" << condition << "|" << order;
   }
-}
-
-TEST_P(SqlCompose, OrderByChainStopsAtTheFirstBlankField) {
-  const char* cases[][5] = {
+  // The order-by chain stops at the first blank field.
+  const char* chains[][5] = {
       // fixed order, fields 1..3 -> order
       {"", "", "b", "c", ""},
       {"a", " b ", "", "", "a and b Asc"},
@@ -48,7 +46,7 @@ TEST_P(SqlCompose, OrderByChainStopsAtTheFirstBlankField) {
       {" a ", "", "", "", "a"},
   };
   rs.OrderByAscending2 = Descending;
-  for (const auto& [fixed, f1, f2, f3, expected] : cases) {
+  for (const auto& [fixed, f1, f2, f3, expected] : chains) {
     rs.DefaultOrderBy = fixed;
     rs.OrderByField1 = f1;
     rs.OrderByField2 = f2;
