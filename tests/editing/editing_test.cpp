@@ -171,13 +171,26 @@ TEST_F(RecordEditing, CopyTakesTheCopiedFieldsAndDefaultsTheOthers) {
   EXPECT_TRUE(qty->SumValue.IsNull());
 }
 
-TEST_F(RecordEditing, DeletionKeepsTheRowAndMovesToTheNextOne) {
+// A deletion keeps the row's values and moves to the next row; kept rows go
+// back field by field after fields were added or removed.
+TEST_F(RecordEditing, DeletionKeepsTheRowAndKeptRowsGoBackFieldByField) {
   State().current_row = 2;
   EXPECT_FALSE(rs.DeleteRecord());
   EXPECT_EQ(rs.GetDeleteValue("Name"), Variant("Bo"));
   EXPECT_EQ(rs.AbsolutePosition(), 2);
+  auto note = rs.Add("Note");
+  EXPECT_TRUE(rs.GetDeleteValue("Note").IsEmpty());
+  EXPECT_FALSE(rs.UndoRecord());
+  EXPECT_EQ(Column(name) + " " + Column(note), "Ann,Bo,Cy ,,");  // Note was never kept
+  rs.DeleteRecord();
   rs.DeleteRecord();  // saves the first deletion, then deletes the last row
   EXPECT_EQ(rs.AbsolutePosition(), 1);
+  Fill({{1, "Ann", 2, 1.5}, {2, "Bo", 3, 2.0}, {3, "Cy", 4, 0.5}});
+  rs.Modify("Name", "Zed", 3);
+  rs.Remove("Id");
+  client.answer = E_OtherErr;
+  EXPECT_EQ(rs.UpdateRecord(), E_OtherErr);
+  EXPECT_EQ(Column(name), "Ann,Bo,Cy");
   Fill({});
   log.Clear();
   EXPECT_FALSE(rs.DeleteRecord());
@@ -287,21 +300,6 @@ TEST_F(RecordEditing, FailingSaveHandlerIsReportedOnceAndKeepsTheEdit) {
     EXPECT_EQ(rs.EditStatus(), E_Delete);
     EXPECT_EQ(Column(name), "Bo,Cy");
   }
-}
-
-// Kept rows go back field by field after fields were added or removed.
-TEST_F(RecordEditing, KeptRowsGoBackFieldByFieldAfterTheFieldsChanged) {
-  State().current_row = 2;
-  rs.DeleteRecord();
-  auto note = rs.Add("Note");
-  EXPECT_TRUE(rs.GetDeleteValue("Note").IsEmpty());
-  EXPECT_FALSE(rs.UndoRecord());
-  EXPECT_EQ(Column(name) + " " + Column(note), "Ann,Bo,Cy ,,");  // Note was never kept
-  rs.Modify("Name", "Zed", 3);
-  rs.Remove("Id");
-  client.answer = E_OtherErr;
-  EXPECT_EQ(rs.UpdateRecord(), E_OtherErr);
-  EXPECT_EQ(Column(name), "Ann,Bo,Cy");
 }
 
 TEST_F(RecordEditing, SystemTimeIsCutToWholeSecondsAndToTheDateKind) {
