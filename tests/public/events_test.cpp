@@ -68,12 +68,6 @@ class EventRaising : public ::testing::Test {
     rs.Rows(1);
   }
   void Change() { field->SetValue(Variant(++counter), 1); }
-  bool RaiseMoveBefore() {
-    bool cancel = false;
-    internal::RecordsetAccess::State(rs).Raise(Ev_MoveRecordBefore,
-                                               &ClsRecordsetEvents::MoveRecordBefore, cancel);
-    return cancel;
-  }
 
   ClsRecordset rs;
   std::shared_ptr<ClsFields> field;
@@ -94,7 +88,10 @@ TEST_F(EventRaising, SinksHearOnEventThenTheMemberInOrderAndMayUnadviseDuringAnE
     rs.Unadvise(cookie_c);
   };
   b.cancels = true;  // a cancel passes on from sink to sink
-  EXPECT_TRUE(RaiseMoveBefore());
+  bool cancel = false;
+  internal::RecordsetAccess::State(rs).Raise(Ev_MoveRecordBefore,
+                                             &ClsRecordsetEvents::MoveRecordBefore, cancel);
+  EXPECT_TRUE(cancel);
   EXPECT_EQ(trace[1], "a:MoveRecordBefore false");
   EXPECT_EQ(trace[3], "b:MoveRecordBefore false");
   EXPECT_EQ(trace[5], "c:MoveRecordBefore true");
