@@ -5,7 +5,7 @@
 #include <functional>
 #include <stdexcept>
 
-#include "editing/order_screen.h"
+#include "recordset/fixtures.h"
 
 namespace varnel::testing {
 namespace {

@@ -1,6 +1,6 @@
 // Query by form: entering query mode, the criteria kept between queries, and
 // the reload of the rows that match.
-#include "recordset/source_fixture.h"
+#include "recordset/fixtures.h"
 
 namespace varnel::testing {
 namespace {

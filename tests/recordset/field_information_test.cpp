@@ -1,7 +1,7 @@
 // Building the field collection from a field-information table.
 #include <cmath>
 
-#include "source_fixture.h"
+#include "recordset/fixtures.h"
 
 namespace varnel::testing {
 namespace {

@@ -1,7 +1,7 @@
 // Loading a recordset from a database: the copy, the events of both open modes,
 // the date cut, computed and auto-coded fields, and the failures.
+#include "recordset/fixtures.h"
 #include "recordset/recordset_state.h"
-#include "source_fixture.h"
 
 namespace varnel::testing {
 namespace {

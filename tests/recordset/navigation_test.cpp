@@ -1,6 +1,6 @@
 // Moving the current row and selecting rows: the events, the save of a
 // pending edit, the refusals, and the rows' edit marks.
-#include "source_fixture.h"
+#include "recordset/fixtures.h"
 
 namespace varnel::testing {
 namespace {

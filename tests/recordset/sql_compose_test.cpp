@@ -1,6 +1,6 @@
 // The SELECT text, its condition and its order, as the database receives them.
+#include "recordset/fixtures.h"
 #include "recordset/recordset_state.h"
-#include "source_fixture.h"
 
 namespace varnel::testing {
 namespace {
