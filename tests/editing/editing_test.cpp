@@ -132,30 +132,6 @@ TEST_F(RecordEditing, RefusedOperationsChangeNothing) {
   EXPECT_EQ(rs.EditStatus(), E_AddNewDelete);
 }
 
-TEST_F(RecordEditing, NewRecordAppendsAnEditableRowAndTakesItsValuesInOrder) {
-  FixedClock clock;
-  rs.Advise(&clock);
-  auto ordered = rs.Add("Ordered");
-  ordered->FieldType = F_Date;
-  ordered->DateType = D_YMD;
-  ordered->DefaultValue = Variant(" toDAY ");
-  price->DefaultValue = Variant(2.5);
-  name->DefaultValue = Variant("new");
-  amount->DefaultValue = Variant(int32_t{99});  // the computed value wins over it
-  EXPECT_FALSE(rs.NewRecord("Qty", int32_t{4}));
-  EXPECT_EQ(log.names[3], "SystemTime");  // asked for the date default, before the status changes
-  EXPECT_EQ(rs.AbsolutePosition(), 4);
-  EXPECT_TRUE(rs.GetEdit(4));
-  EXPECT_FALSE(rs.GetSelectRow(4));
-  EXPECT_EQ(name->GetValue(4), Variant("new"));
-  EXPECT_EQ(ordered->GetValue(4), Variant(Date{37747}));
-  EXPECT_EQ(amount->GetValue(4).ToDouble(), 10);  // computed from the argument
-  EXPECT_EQ(amount->SumValue.ToDouble(), 21);
-  rs.UndoRecord();
-  EXPECT_FALSE(rs.NewRecord("Amount", int32_t{7}));  // the argument beats the computation
-  EXPECT_EQ(amount->GetValue(4).ToLong(), 7);
-}
-
 TEST_F(RecordEditing, CopyTakesTheCopiedFieldsAndDefaultsTheOthers) {
   name->DefaultValue = Variant("copy");
   price->Copy = false;
@@ -302,7 +278,7 @@ TEST_F(RecordEditing, FailingSaveHandlerIsReportedOnceAndKeepsTheEdit) {
   }
 }
 
-TEST_F(RecordEditing, SystemTimeIsCutToWholeSecondsAndToTheDateKind) {
+TEST_F(RecordEditing, SystemTimeIsCutToWholeSecondsAndANewRowTakesItsValuesInOrder) {
   const Date now = rs.GetSysTime();
   EXPECT_GT(now.Value, 43831);  // after 2020-01-01
   EXPECT_NEAR(std::round(now.Value * 86400.0), now.Value * 86400.0, 1e-3);
@@ -324,6 +300,26 @@ TEST_F(RecordEditing, SystemTimeIsCutToWholeSecondsAndToTheDateKind) {
   log.Clear();
   rs.CallUserEvent();
   EXPECT_EQ(log.Joined(), "UserEvent");
+  log.Clear();  // a new row appends an editable row and takes its values in order
+  auto ordered = rs.Add("Ordered");
+  ordered->FieldType = F_Date;
+  ordered->DateType = D_YMD;
+  ordered->DefaultValue = Variant(" toDAY ");
+  price->DefaultValue = Variant(2.5);
+  name->DefaultValue = Variant("new");
+  amount->DefaultValue = Variant(int32_t{99});  // the computed value wins over it
+  EXPECT_FALSE(rs.NewRecord("Qty", int32_t{4}));
+  EXPECT_EQ(log.names[3], "SystemTime");  // asked for the date default, before the status changes
+  EXPECT_EQ(rs.AbsolutePosition(), 4);
+  EXPECT_TRUE(rs.GetEdit(4));
+  EXPECT_FALSE(rs.GetSelectRow(4));
+  EXPECT_EQ(name->GetValue(4), Variant("new"));
+  EXPECT_EQ(ordered->GetValue(4), Variant(Date{37747}));
+  EXPECT_EQ(amount->GetValue(4).ToDouble(), 10);  // computed from the argument
+  EXPECT_EQ(amount->SumValue.ToDouble(), 21);
+  rs.UndoRecord();
+  EXPECT_FALSE(rs.NewRecord("Amount", int32_t{7}));  // the argument beats the computation
+  EXPECT_EQ(amount->GetValue(4).ToLong(), 7);
 }
 
 TEST_F(RecordEditing, MainFieldStoresOneAndItsRowIsTheFirstPresentNonZeroValue) {

@@ -116,15 +116,14 @@ class WritingClient : public ClsRecordsetEvents {
 
   void UserUpdateRecord(Enum_EditRecord& Update_Succeed) override {
     faults_.Disarm();
-    typed_ = Memory();
     fired_ = faults_.fired();
     asked_ = true;
     rolled_back_ = false;
     if ((rs_.EditStatus() == E_AddNew || rs_.EditStatus() == E_Copy) &&
         rs_.Item("Id")->GetValue(rs_.Rows()).IsBlank()) {
       rs_.Item("Id")->SetValue(Variant(next_id_++), rs_.Rows());
-      typed_ = Memory();
     }
+    typed_ = Memory();
     const int draw = static_cast<int>(random_() % 10);
     if (draw == 9 && !outcome_unknown) {
       Update_Succeed = E_OtherErr;
