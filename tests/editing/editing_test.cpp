@@ -232,7 +232,11 @@ TEST_F(RecordEditing, MissingRequiredValueIsReportedAndSavingTheOnlyRowAnnounces
             "SysUpdateRecordAfter,UpdateRecordAfter,RecordPointerChange,RecordPointerChange2");
 }
 
-TEST_F(RecordEditing, CancelledSaveAsksNoOneAndALockedOrUneditableRowDiscardsTheEdit) {
+// A save that is cancelled or cannot be made; and the save that an operation
+// runs first fails: the operation gives up with False (UpdateRecord with
+// E_Defeat), the error is shown once, the edit stays.
+TEST_F(RecordEditing, CancelledDiscardedOrFailingSaveKeepsOrDropsTheEditAsItShould) {
+  // A cancelled save asks no one; a locked or uneditable row discards the edit.
   rs.Modify("Name", "Zed");
   client.cancel_update = true;
   EXPECT_EQ(rs.UpdateRecord(), E_Defeat);
@@ -249,11 +253,6 @@ TEST_F(RecordEditing, CancelledSaveAsksNoOneAndALockedOrUneditableRowDiscardsThe
   State().edit_marks[4] = 0;
   EXPECT_EQ(rs.UpdateRecord(), E_Succeed);
   EXPECT_EQ(rs.Rows(), 3);
-}
-
-// The save that an operation runs first fails: the operation gives up with
-// False (UpdateRecord with E_Defeat), the error is shown once, the edit stays.
-TEST_F(RecordEditing, FailingSaveHandlerIsReportedOnceAndKeepsTheEdit) {
   struct Throwing : ClsRecordsetEvents {
     void UserUpdateRecord(Enum_EditRecord&) override { throw std::runtime_error("disk full"); }
   } thrower;
