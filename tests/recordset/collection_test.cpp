@@ -52,34 +52,31 @@ TEST(FieldCollection, ItemByNameInAnyCaseOrByPositionAndWhatAddSets) {
   EXPECT_EQ(rs.Item("Later"), nullptr);
 }
 
-TEST(FieldCollection, RemoveKeepsColOfLaterFieldsAndRefusesDuplicatesAndUnknowns) {
-  ClsRecordset rs;
-  testing::CaptureScope capture;
-  auto a = rs.Add("A");
-  rs.Add("B");
-  EXPECT_EQ(rs.Add("b"), nullptr);
-  ASSERT_EQ(capture.shown().size(), 1u);
-  EXPECT_NE(capture.shown()[0].title.find("457"), std::string::npos);
-  EXPECT_TRUE(rs.Remove("Z"));  // quietly
-  EXPECT_TRUE(rs.Remove(int32_t{5}));
-  EXPECT_EQ(capture.shown().size(), 1u);
-  EXPECT_FALSE(rs.Remove("a"));
-  EXPECT_EQ(a->Parent, nullptr);
-  EXPECT_EQ(rs.Add("C")->Col, 2);  // Count + 1
-  EXPECT_EQ(NamesOf(rs), "B2,C2");
-  EXPECT_FALSE(rs.Remove(int32_t{2}));
-  EXPECT_EQ(NamesOf(rs), "B2");
-  EXPECT_FALSE(rs.Clear());
-  EXPECT_EQ(rs.Count(), 0);
-  EXPECT_EQ(rs.begin(), rs.end());
-  EXPECT_EQ(rs.Add("D")->Col, 1);
-}
-
-TEST(FieldCollection, FieldsFollowTheRowsAndOutliveTheRecordset) {
+// Remove keeps the Col of later fields and refuses duplicates and unknowns;
+// fields follow the rows and outlive the recordset.
+TEST(FieldCollection, RemoveClearAndFieldsThatFollowTheRowsAndOutliveTheRecordset) {
   std::shared_ptr<ClsFields> kept;
   {
     ClsRecordset rs;
-    rs.Add("A");
+    testing::CaptureScope capture;
+    auto a = rs.Add("A");
+    rs.Add("B");
+    EXPECT_EQ(rs.Add("b"), nullptr);
+    ASSERT_EQ(capture.shown().size(), 1u);
+    EXPECT_NE(capture.shown()[0].title.find("457"), std::string::npos);
+    EXPECT_TRUE(rs.Remove("Z"));  // quietly
+    EXPECT_TRUE(rs.Remove(int32_t{5}));
+    EXPECT_EQ(capture.shown().size(), 1u);
+    EXPECT_FALSE(rs.Remove("a"));
+    EXPECT_EQ(a->Parent, nullptr);
+    EXPECT_EQ(rs.Add("C")->Col, 2);  // Count + 1
+    EXPECT_EQ(NamesOf(rs), "B2,C2");
+    EXPECT_FALSE(rs.Remove(int32_t{2}));
+    EXPECT_EQ(NamesOf(rs), "B2");
+    EXPECT_FALSE(rs.Clear());
+    EXPECT_EQ(rs.Count(), 0);
+    EXPECT_EQ(rs.begin(), rs.end());
+    EXPECT_EQ(rs.Add("D")->Col, 1);
     rs.Rows(5);
     kept = rs.Add("Late");  // added to a loaded recordset: has every row
     EXPECT_TRUE(kept->GetValue(5).IsEmpty());
