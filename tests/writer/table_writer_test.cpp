@@ -1,123 +1,16 @@
 // TableWriter against real databases, on every provider: what reaches the
 // database after an UpdateRecord, and what the user is told when it cannot.
-#include "varnel/table_writer.h"
-
-#include <gtest/gtest.h>
-
 #include <functional>
-#include <memory>
 #include <string>
 #include <tuple>
 #include <vector>
 
-#include "support/capture_ui.h"
-#include "support/test_database.h"
-#include "varnel/varnel.h"
+#include "writer_fixture.h"
 
-namespace varnel {
+namespace varnel::testing {
 namespace {
 
-using Rows = std::vector<std::vector<Variant>>;
-
-using testing::TestProvider;
-
-class TableWriterBase : public ::testing::Test {
- protected:
-  explicit TableWriterBase(TestProvider provider) : db_(provider) {}
-
-  void SetUp() override {
-    other_ = Open();
-    CreateItems();
-  }
-
-  void CreateItems() {
-    // A key the database fills in: SQLite's rowid, PostgreSQL's sequence.
-    const char* key =
-        db_.provider() == TestProvider::kSqlite ? "INTEGER PRIMARY KEY" : "SERIAL PRIMARY KEY";
-    other_->Execute(std::string("CREATE TABLE Items (\"Id\" ") + key +
-                    ", \"Name\" VARCHAR(20) NOT NULL, \"Qty\" INTEGER, \"Made\" TIMESTAMP,"
-                    " \"Note\" TEXT)");
-    other_->Execute(
-        "INSERT INTO Items ([Name], [Qty], [Made], [Note]) VALUES"
-        " ('bolt', 10, '2024-01-05', NULL), ('nut', 20, '2024-02-01 08:30:00', 'x'),"
-        " ('washer', 30, NULL, 'y')");
-  }
-
-  std::shared_ptr<db::Connection> Open() {
-    auto cn = std::make_shared<db::Connection>();
-    cn->Open(db_.ConnectionString());
-    return cn;
-  }
-
-  // Loads Items into rs (ordered by Id) with every column written back.
-  void Load(const std::string& table = "Items") {
-    rs_.ConnectString = db_.ConnectionString();
-    rs_.TableName = table;
-    rs_.UserOpenMode = U_Auto;
-    rs_.OrderByField1 = "[Id]";
-    const std::pair<const char*, Enum_FieldType> columns[] = {{"Id", F_Numeral},
-                                                              {"Name", F_Text},
-                                                              {"Qty", F_Numeral},
-                                                              {"Made", F_Date},
-                                                              {"Note", F_Text}};
-    for (const auto& [name, type] : columns) {
-      auto field = rs_.Add(name);
-      field->FieldType = type;
-      field->IsData = field->SaveToDB = field->Edit = field->EnableNull = true;
-      field->Copy = std::string(name) != "Id";
-    }
-    auto twice = rs_.Add("Twice");  // computed, never written
-    twice->FieldType = F_Numeral;
-    twice->ComputeString = "Qty*2";
-    twice->IsData = false;
-    twice->Edit = twice->EnableNull = true;
-    ASSERT_FALSE(rs_.InitDataSource());
-    ASSERT_EQ(rs_.Rows(), 3);
-  }
-
-  // A fresh Items table, loaded again.
-  void Reload() {
-    rs_.CloseDataSource();
-    rs_.Clear();
-    other_->Execute("DROP TABLE Items");
-    CreateItems();
-    Load();
-  }
-
-  Rows Query(const std::string& sql) {
-    db::Recordset recordset;
-    recordset.Open(sql, other_);
-    Rows rows;
-    while (!recordset.Eof()) {
-      std::vector<Variant> row;
-      for (int32_t i = 0; i < recordset.Fields().Count(); ++i) {
-        row.push_back(recordset.Fields().Item(i).Value());
-      }
-      rows.push_back(row);
-      recordset.MoveNext();
-    }
-    return rows;
-  }
-
-  // Everything shown to the user, for failure messages.
-  std::string Shown() const {
-    std::string text;
-    for (const testing::ShownMessage& m : capture_.shown()) {
-      text += "[" + m.caption + "] " + m.title + " " + m.text + "\n";
-    }
-    return text;
-  }
-
-  testing::TestDatabase db_;
-  testing::CaptureScope capture_;
-  std::shared_ptr<db::Connection> other_;  // a second user of the same file
-  ClsRecordset rs_;
-};
-
-class TableWriterTest : public TableWriterBase, public ::testing::WithParamInterface<TestProvider> {
- protected:
-  TableWriterTest() : TableWriterBase(GetParam()) {}
-};
+using TableWriterTest = WriterTest;
 
 // An UPDATE sets the changed column alone, of its own row, also when a day
 // field's column holds a time (regression: row 2 holds 08:30 on its day).
@@ -258,51 +151,44 @@ TEST_P(TableWriterTest, TextWithANulIsStoredWholeOrRefused) {
   }
 }
 
-// On every provider, in both languages.
-class TableWriterConflictTest
-    : public TableWriterBase,
-      public ::testing::WithParamInterface<std::tuple<TestProvider, int32_t>> {
- protected:
-  TableWriterConflictTest() : TableWriterBase(std::get<0>(GetParam())) {}
-  static int32_t Language() { return std::get<1>(GetParam()); }
-};
-
-TEST_P(TableWriterConflictTest, RowChangedBySomeoneElseKeepsTheEditAndShowsBothVersions) {
-  Load();
-  SetThreadUILanguage(Language());
-  TableWriter writer(rs_);
-  other_->Execute("UPDATE Items SET [Qty] = 99 WHERE [Id] = 1");
-  rs_.Modify("Name", "hex bolt");
-  EXPECT_EQ(rs_.UpdateRecord(), E_Defeat);
-  EXPECT_EQ(rs_.EditStatus(), E_Modify);
-  EXPECT_EQ(Query("SELECT [Name], [Qty] FROM Items WHERE [Id] = 1"),
-            (Rows{{Variant("bolt"), Variant(int32_t{99})}}));
-  ASSERT_EQ(capture_.shown().size(), 1u) << Shown();
-  EXPECT_EQ(capture_.shown()[0].text,
-            Language() == 1033
-                ? "The row was changed by someone else after it was read; nothing was saved. "
-                  "Your changes are kept: write them over the other change, or take the other "
-                  "change."
-                : "该行在读取后已被他人修改，未保存任何内容。您的修改已保留：可以用您的修改覆盖，"
-                  "或采用他人的修改。");
-  EXPECT_EQ(capture_.shown()[0].title, LoadResString(106) + "3640");
-  const std::optional<SaveConflict> conflict = writer.PendingConflict();
-  ASSERT_TRUE(conflict);
-  EXPECT_EQ(conflict->Row, 1);
-  EXPECT_FALSE(conflict->RowDeleted);
-  std::vector<std::tuple<std::string, Variant, Variant, Variant, bool>> fields;
-  for (const ConflictField& f : conflict->Fields) {
-    fields.emplace_back(f.Name, f.Loaded, f.Typed, f.Database, f.ChangedByOthers);
+// In both languages.
+TEST_P(TableWriterTest, RowChangedBySomeoneElseKeepsTheEditAndShowsBothVersions) {
+  const std::pair<int32_t, const char*> languages[] = {
+      {1033,
+       "The row was changed by someone else after it was read; nothing was saved. Your changes "
+       "are kept: write them over the other change, or take the other change."},
+      {2052,
+       "该行在读取后已被他人修改，未保存任何内容。您的修改已保留：可以用您的修改覆盖，"
+       "或采用他人的修改。"}};
+  for (const auto& [language, text] : languages) {
+    SCOPED_TRACE(language);
+    Reload();
+    SetThreadUILanguage(language);
+    capture_.ui().shown.clear();
+    TableWriter writer(rs_);
+    other_->Execute("UPDATE Items SET [Qty] = 99 WHERE [Id] = 1");
+    rs_.Modify("Name", "hex bolt");
+    EXPECT_EQ(rs_.UpdateRecord(), E_Defeat);
+    EXPECT_EQ(rs_.EditStatus(), E_Modify);
+    EXPECT_EQ(Query("SELECT [Name], [Qty] FROM Items WHERE [Id] = 1"),
+              (Rows{{Variant("bolt"), Variant(int32_t{99})}}));
+    ASSERT_EQ(capture_.shown().size(), 1u) << Shown();
+    EXPECT_EQ(capture_.shown()[0].text, text);
+    EXPECT_EQ(capture_.shown()[0].title, LoadResString(106) + "3640");
+    const std::optional<SaveConflict> conflict = writer.PendingConflict();
+    ASSERT_TRUE(conflict);
+    EXPECT_EQ(conflict->Row, 1);
+    EXPECT_FALSE(conflict->RowDeleted);
+    std::vector<std::tuple<std::string, Variant, Variant, Variant, bool>> fields;
+    for (const ConflictField& f : conflict->Fields) {
+      fields.emplace_back(f.Name, f.Loaded, f.Typed, f.Database, f.ChangedByOthers);
+    }
+    EXPECT_EQ(fields[1], std::make_tuple(std::string("Name"), Variant("bolt"), Variant("hex bolt"),
+                                         Variant("bolt"), false));
+    EXPECT_EQ(fields[2], std::make_tuple(std::string("Qty"), Variant(int32_t{10}),
+                                         Variant(int32_t{10}), Variant(int32_t{99}), true));
   }
-  EXPECT_EQ(fields[1], std::make_tuple(std::string("Name"), Variant("bolt"), Variant("hex bolt"),
-                                       Variant("bolt"), false));
-  EXPECT_EQ(fields[2], std::make_tuple(std::string("Qty"), Variant(int32_t{10}),
-                                       Variant(int32_t{10}), Variant(int32_t{99}), true));
 }
-
-INSTANTIATE_TEST_SUITE_P(BothLanguages, TableWriterConflictTest,
-                         ::testing::Combine(::testing::ValuesIn(testing::AllTestProviders()),
-                                            ::testing::Values(1033, 2052)));
 
 // Every conflict (row changed or deleted, under a modification or a deletion)
 // with both resolutions: the table and the recordset end up alike.
@@ -388,16 +274,7 @@ TEST_P(TableWriterTest, TableWithoutKeyOffersItsConflictsAsFarAsValuesTell) {
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name);
-    rs_.CloseDataSource();
-    rs_.Clear();
-    other_->Execute("DROP TABLE IF EXISTS Loose");
-    other_->Execute(
-        "CREATE TABLE Loose (\"Id\" INTEGER, \"Name\" TEXT, \"Qty\" INTEGER, \"Made\" DATE, "
-        "\"Note\" TEXT)");
-    other_->Execute(
-        "INSERT INTO Loose VALUES (1, 'a', 1, NULL, NULL), (2, 'b', 2, NULL, NULL),"
-        " (3, 'c', 3, NULL, NULL)");
-    Load("Loose");
+    Reload("Loose");
     TableWriter writer(rs_);
     other_->Execute("UPDATE Loose SET [Name] = 'theirs' WHERE [Id] = 1");
     ASSERT_FALSE(c.delete_mine ? rs_.DeleteRecord() : rs_.Modify("Qty", int32_t{5}));
@@ -419,13 +296,7 @@ TEST_P(TableWriterTest, TableWithoutKeyOffersItsConflictsAsFarAsValuesTell) {
 }
 
 TEST_P(TableWriterTest, UpdateThatMatchesTwoRowsOfATableWithoutKeyIsRolledBack) {
-  other_->Execute(
-      "CREATE TABLE Loose (\"Id\" INTEGER, \"Name\" TEXT, \"Qty\" INTEGER, \"Made\" DATE, "
-      "\"Note\" TEXT)");
-  other_->Execute(
-      "INSERT INTO Loose VALUES (1, 'a', 1, NULL, NULL), (1, 'a', 1, NULL, NULL),"
-      " (2, 'b', 2, NULL, NULL)");
-  Load("Loose");
+  Reload("Loose", "(1, 'a', 1, NULL, NULL), (1, 'a', 1, NULL, NULL), (2, 'b', 2, NULL, NULL)");
   TableWriter writer(rs_);
   EXPECT_TRUE(writer.KeyColumns().empty());
   rs_.Modify("Qty", int32_t{7});
@@ -462,4 +333,4 @@ TEST_P(TableWriterTest, AnswerOfAnEarlierSinkIsRespected) {
 VARNEL_ON_EVERY_PROVIDER(TableWriterTest);
 
 }  // namespace
-}  // namespace varnel
+}  // namespace varnel::testing
