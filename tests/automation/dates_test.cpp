@@ -18,7 +18,7 @@ double Serial(int y, int m, int d, int h = 0, int n = 0, int s = 0) {
   return internal::MakeDate({y, m, d, h, n, s}).Value;
 }
 
-TEST(Calendar, SplitAndMakeAreInverse) {
+TEST(Calendar, SplitAndMakeAreInverseAndCutAndIsoTextRoundToTheSecond) {
   EXPECT_EQ(Serial(1899, 12, 30), 0);
   EXPECT_EQ(Serial(2003, 5, 6, 12), kNoon);
   EXPECT_EQ(Serial(1899, 12, 29, 6), -1.25);
@@ -28,21 +28,23 @@ TEST(Calendar, SplitAndMakeAreInverse) {
     DateParts p = internal::SplitDate(Date{serial});
     EXPECT_EQ(Serial(p.year, p.month, p.day, p.hour, p.minute, p.second), serial) << serial;
   }
-}
-
-TEST(Calendar, CutDateRoundsToTheSecondFirst) {
-  // The cuts of each DateType are tested where fields load and edit dates.
+  // CutDate rounds to the second first; the cuts of each DateType are tested
+  // where fields load and edit dates.
   double late = Serial(2003, 5, 6, 23, 59, 59) + 0.6 / 86400;
   EXPECT_EQ(internal::CutDate(Date{late}, D_YMD).Value, Serial(2003, 5, 7));
   EXPECT_EQ(internal::CutDate(Date{-1.25}, D_YMD).Value, -1);
+  EXPECT_EQ(IsoDate(Date{kNoon}), "2003-05-06 12:00:00");
+  EXPECT_EQ(IsoDate(Date{-1.25}), "1899-12-29 06:00:00");
 }
 
+// A text and the date serial it reads as.
+struct TextCase {
+  const char* text;
+  double expected;
+};
+
 TEST(DateText, ReadsMonthFirstIsoAndTimes) {
-  struct Case {
-    const char* text;
-    double expected;
-  };
-  const std::vector<Case> cases = {
+  const std::vector<TextCase> cases = {
       {"5/6/2003", Serial(2003, 5, 6)},
       {"5/6/03", Serial(2003, 5, 6)},
       {"5/6/45", Serial(1945, 5, 6)},
@@ -60,7 +62,7 @@ TEST(DateText, ReadsMonthFirstIsoAndTimes) {
       {"2/29/2000", Serial(2000, 2, 29)},
       {"12/29/1899 6:00", -1.25},
   };
-  for (const Case& c : cases) {
+  for (const TextCase& c : cases) {
     EXPECT_EQ(CDate(Variant(c.text)).Value, c.expected) << c.text;
   }
   for (const char* bad :
@@ -73,11 +75,7 @@ TEST(DateText, ReadsMonthFirstIsoAndTimes) {
 }
 
 TEST(IsoDateParser, ReadsDatabaseTextsStrictly) {
-  struct Case {
-    const char* text;
-    double expected;
-  };
-  const std::vector<Case> cases = {
+  const std::vector<TextCase> cases = {
       {"2003-05-06", Serial(2003, 5, 6)},
       {"2003-05-06 12:00", kNoon},
       {"2003-05-06 12:00:00", kNoon},
@@ -87,7 +85,7 @@ TEST(IsoDateParser, ReadsDatabaseTextsStrictly) {
       {"10:20", Serial(1899, 12, 30, 10, 20)},
       {"1899-12-29 06:00:00", -1.25},
   };
-  for (const Case& c : cases) {
+  for (const TextCase& c : cases) {
     Date out{-99};
     ASSERT_TRUE(internal::ParseIsoDate(c.text, std::strlen(c.text), out)) << c.text;
     EXPECT_EQ(out.Value, c.expected) << c.text;
@@ -173,11 +171,6 @@ TEST(Format, WritesDateAndNumberPatterns) {
   for (const Case& c : cases) {
     EXPECT_EQ(Format(c.value, c.pattern), c.text) << c.pattern;
   }
-}
-
-TEST(IsoDate, WritesIso8601) {
-  EXPECT_EQ(IsoDate(Date{kNoon}), "2003-05-06 12:00:00");
-  EXPECT_EQ(IsoDate(Date{-1.25}), "1899-12-29 06:00:00");
 }
 
 }  // namespace

@@ -82,41 +82,5 @@ TEST(VariantStorage, CopiesShareLongTextAndAssignmentReleasesIt) {
   EXPECT_TRUE(values[19].IsEmpty());
 }
 
-TEST(VariantEquality, SameKindAndSameValueOnly) {
-  EXPECT_EQ(Variant(), Variant());
-  EXPECT_EQ(Variant::Null(), Variant::Null());
-  EXPECT_FALSE(Variant() == Variant::Null());
-  EXPECT_FALSE(Variant(int16_t{3}) == Variant(int32_t{3}));
-  EXPECT_FALSE(Variant(3.0) == Variant(Date{3}));
-  EXPECT_EQ(Variant(std::string(30, 'a')), Variant(std::string(30, 'a')));
-  EXPECT_FALSE(Variant("1") == Variant(int32_t{1}));
-  EXPECT_FALSE(Variant(true) == Variant(false));
-}
-
-TEST(VbErrors, RaiseErrorCarriesTheStandardDescription) {
-  struct Row {
-    int32_t number;
-    const char* description;
-  };
-  const Row rows[] = {{5, "Invalid procedure call or argument"},
-                      {6, "Overflow"},
-                      {9, "Subscript out of range"},
-                      {11, "Division by zero"},
-                      {13, "Type mismatch"},
-                      {91, "Object variable or With block variable not set"},
-                      {94, "Invalid use of Null"},
-                      {12345, "Application-defined or object-defined error"}};
-  for (const Row& row : rows) {
-    try {
-      RaiseError(row.number);
-      ADD_FAILURE() << "no error raised";
-    } catch (const VbError& error) {
-      EXPECT_EQ(error.Number(), row.number);
-      EXPECT_EQ(error.Description(), row.description);
-      EXPECT_STREQ(error.what(), row.description);
-    }
-  }
-}
-
 }  // namespace
 }  // namespace varnel
