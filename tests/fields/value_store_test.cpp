@@ -14,20 +14,15 @@ namespace {
 
 using Events = std::vector<std::string>;
 
-class ValueStore : public ::testing::Test {
+class ValueStore : public testing::ChangeTest {
  protected:
   void SetUp() override {
-    qty = rs.Add("Qty");
-    price = rs.Add("Price");
+    ChangeTest::SetUp();
     sign = rs.Add("Sign");
     price->SymbolName = "Sign";
-    rs.Rows(3);
-    rs.Advise(&sink);
   }
 
-  ClsRecordset rs;
-  testing::ChangeSink sink;
-  std::shared_ptr<ClsFields> qty, price, sign;
+  std::shared_ptr<ClsFields> sign;
 };
 
 TEST_F(ValueStore, OnlyARealChangeIsStoredAndAnnounced) {
