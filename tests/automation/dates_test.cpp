@@ -2,7 +2,9 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <vector>
+#include <string>
+#include <tuple>
+#include <utility>
 
 #include "automation/calendar.h"
 #include "varnel/variant.h"
@@ -37,14 +39,8 @@ TEST(Calendar, SplitAndMakeAreInverseAndCutAndIsoTextRoundToTheSecond) {
   EXPECT_EQ(IsoDate(Date{-1.25}), "1899-12-29 06:00:00");
 }
 
-// A text and the date serial it reads as.
-struct TextCase {
-  const char* text;
-  double expected;
-};
-
 TEST(DateText, ReadsMonthFirstIsoAndTimes) {
-  const std::vector<TextCase> cases = {
+  const std::pair<const char*, double> cases[] = {
       {"5/6/2003", Serial(2003, 5, 6)},
       {"5/6/03", Serial(2003, 5, 6)},
       {"5/6/45", Serial(1945, 5, 6)},
@@ -62,8 +58,8 @@ TEST(DateText, ReadsMonthFirstIsoAndTimes) {
       {"2/29/2000", Serial(2000, 2, 29)},
       {"12/29/1899 6:00", -1.25},
   };
-  for (const TextCase& c : cases) {
-    EXPECT_EQ(CDate(Variant(c.text)).Value, c.expected) << c.text;
+  for (const auto& [text, serial] : cases) {
+    EXPECT_EQ(CDate(Variant(text)).Value, serial) << text;
   }
   for (const char* bad :
        {"", "abc", "2003", "13/1/2003", "2/29/2001", "5/6/2003 25:00", "5/6/2003 10:60", "13:00 PM",
@@ -75,7 +71,7 @@ TEST(DateText, ReadsMonthFirstIsoAndTimes) {
 }
 
 TEST(IsoDateParser, ReadsDatabaseTextsStrictly) {
-  const std::vector<TextCase> cases = {
+  const std::pair<const char*, double> cases[] = {
       {"2003-05-06", Serial(2003, 5, 6)},
       {"2003-05-06 12:00", kNoon},
       {"2003-05-06 12:00:00", kNoon},
@@ -85,10 +81,10 @@ TEST(IsoDateParser, ReadsDatabaseTextsStrictly) {
       {"10:20", Serial(1899, 12, 30, 10, 20)},
       {"1899-12-29 06:00:00", -1.25},
   };
-  for (const TextCase& c : cases) {
+  for (const auto& [text, serial] : cases) {
     Date out{-99};
-    ASSERT_TRUE(internal::ParseIsoDate(c.text, std::strlen(c.text), out)) << c.text;
-    EXPECT_EQ(out.Value, c.expected) << c.text;
+    ASSERT_TRUE(internal::ParseIsoDate(text, std::strlen(text), out)) << text;
+    EXPECT_EQ(out.Value, serial) << text;
   }
   for (const char* bad : {"", "2003-5-6", "2003-05-06 ", "2003-13-01", "2003-02-30", "24:00:00",
                           "2003-05-06 12:00:60", "2003-05-06Z", "12:00:00.", "5/6/2003"}) {
@@ -100,12 +96,8 @@ TEST(IsoDateParser, ReadsDatabaseTextsStrictly) {
 
 TEST(Format, WritesDateAndNumberPatterns) {
   const Variant t(Date{Serial(2003, 5, 6, 13, 5, 9)});
-  struct Case {
-    Variant value;
-    const char* pattern;
-    std::string text;
-  };
-  const std::vector<Case> cases = {
+  // A value, a pattern and the value's text in it.
+  const std::tuple<Variant, const char*, std::string> cases[] = {
       {t, "mm/dd/yyyy hh:nn:ss", "05/06/2003 13:05:09"},
       {t, "mm/dd/yyyy", "05/06/2003"},
       {t, "hh:nn:ss", "13:05:09"},
@@ -168,8 +160,8 @@ TEST(Format, WritesDateAndNumberPatterns) {
       {Variant(Currency{INT64_MAX}), "#,##0.0000", "922,337,203,685,477.5807"},
       {Variant("12345678901234567"), "#,##0", "12,345,678,901,234,567"},
   };
-  for (const Case& c : cases) {
-    EXPECT_EQ(Format(c.value, c.pattern), c.text) << c.pattern;
+  for (const auto& [value, pattern, text] : cases) {
+    EXPECT_EQ(Format(value, pattern), text) << pattern;
   }
 }
 

@@ -12,12 +12,7 @@ namespace varnel {
 namespace {
 
 TEST(VariantStorage, EachConstructorGivesItsKindAndTypeName) {
-  struct Row {
-    Variant value;
-    VbVarType type;
-    const char* name;
-  };
-  const std::vector<Row> rows = {
+  const std::tuple<Variant, VbVarType, const char*> rows[] = {
       {Variant(), vbEmpty, "Empty"},
       {Variant::Null(), vbNull, "Null"},
       {Variant(int16_t{7}), vbInteger, "Integer"},
@@ -31,9 +26,9 @@ TEST(VariantStorage, EachConstructorGivesItsKindAndTypeName) {
       {Variant(int64_t{7}), vbLongLong, "LongLong"},
       {Variant(Decimal{7, 0, 1, false}), vbDecimal, "Decimal"},
   };
-  for (const Row& row : rows) {
-    EXPECT_EQ(row.value.VarType(), row.type) << row.name;
-    EXPECT_EQ(row.value.TypeName(), row.name);
+  for (const auto& [value, type, name] : rows) {
+    EXPECT_EQ(value.VarType(), type) << name;
+    EXPECT_EQ(value.TypeName(), name);
   }
   // A Decimal's 102 bits share the 16 bytes with the tag and come back whole.
   const Decimal widest{UINT64_MAX, UINT32_MAX, 28, true};
