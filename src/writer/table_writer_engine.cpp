@@ -238,7 +238,7 @@ Enum_EditRecord TableWriterEngine::Refuse(const Target* target,
       text = WriterMessage(WriterText::RowDeleted);
     }
   }
-  MdlProcess::ShowErr(LoadResString(101), failure.number, text, recordset_.SysErrState);
+  MdlProcess::ShowErr(LoadResString(101), failure.number, text, rs.ErrorState());
   return E_Defeat;
 }
 
