@@ -4,6 +4,7 @@
 // typed with its pending status, and saving again writes it exactly once.
 #include <functional>
 #include <string>
+#include <tuple>
 #include <utility>
 
 #include "support/fault_driver.h"
@@ -31,20 +32,16 @@ class SaveFaultsTest : public WriterTest {
   }
 };
 
-struct SaveKind {
-  const char* name;
-  std::function<void(ClsRecordset&)> edit;
-  Enum_EditStatus status;
-  int32_t rows_added;  // to the table by the save
-};
-
 TEST_P(SaveFaultsTest, EverySaveSurvivesEveryFailurePoint) {
-  const SaveKind kinds[] = {
-      {"insert", [](ClsRecordset& rs) { rs.NewRecord("Name", Variant("spring")); }, E_AddNew, 1},
-      {"update", [](ClsRecordset& rs) { rs.Modify("Qty", int32_t{25}); }, E_Modify, 0},
-      {"delete", [](ClsRecordset& rs) { rs.DeleteRecord(); }, E_Delete, -1},
-      {"copy", [](ClsRecordset& rs) { rs.MoveLast(), rs.CopyRecord(); }, E_Copy, 1},
-  };
+  // A save kind, the user's edit, the status it leaves, and the rows the save adds to the table.
+  const std::tuple<const char*, std::function<void(ClsRecordset&)>, Enum_EditStatus, int32_t>
+      kinds[] = {
+          {"insert", [](ClsRecordset& rs) { rs.NewRecord("Name", Variant("spring")); }, E_AddNew,
+           1},
+          {"update", [](ClsRecordset& rs) { rs.Modify("Qty", int32_t{25}); }, E_Modify, 0},
+          {"delete", [](ClsRecordset& rs) { rs.DeleteRecord(); }, E_Delete, -1},
+          {"copy", [](ClsRecordset& rs) { rs.MoveLast(), rs.CopyRecord(); }, E_Copy, 1},
+      };
   const std::pair<const char*, Fault> faults[] = {
       {"statement refused", Fault::kStatement},     {"commit refused", Fault::kCommit},
       {"commit lost", Fault::kCommitLost},          {"connection dropped", Fault::kDropConnection},
@@ -52,30 +49,30 @@ TEST_P(SaveFaultsTest, EverySaveSurvivesEveryFailurePoint) {
   };
   FaultScope scope;
   for (const bool keyless : {false, true}) {
-    for (const SaveKind& kind : kinds) {
+    for (const auto& [kind, edit, status, rows_added] : kinds) {
       for (const auto& [fault_name, fault] : faults) {
-        SCOPED_TRACE(std::string(kind.name) + ", " + fault_name + (keyless ? ", no key" : ""));
+        SCOPED_TRACE(std::string(kind) + ", " + fault_name + (keyless ? ", no key" : ""));
         Reload(keyless ? "Loose" : "Items");
         TableWriter writer(rs_);
         const Rows before = Table();
-        kind.edit(rs_);
-        ASSERT_EQ(rs_.EditStatus(), kind.status);
+        edit(rs_);
+        ASSERT_EQ(rs_.EditStatus(), status);
         const Rows typed = Memory();
         scope.Arm(fault);
         EXPECT_EQ(rs_.UpdateRecord(), E_Defeat);
         scope.Disarm();
         EXPECT_FALSE(capture_.LastText().empty());
-        EXPECT_EQ(rs_.EditStatus(), kind.status);
+        EXPECT_EQ(rs_.EditStatus(), status);
         EXPECT_EQ(Memory(), typed);
         const Rows failed = Table();
         if (fault == Fault::kCommitLost) {
-          EXPECT_EQ(failed.size(), before.size() + kind.rows_added);  // written, all of it
+          EXPECT_EQ(failed.size(), before.size() + rows_added);  // written, all of it
         } else {
           EXPECT_EQ(failed, before);  // nothing of it
         }
         EXPECT_EQ(rs_.UpdateRecord(), E_Succeed) << capture_.LastText();
         EXPECT_EQ(rs_.EditStatus(), E_Default);
-        EXPECT_EQ(Table().size(), before.size() + kind.rows_added);
+        EXPECT_EQ(Table().size(), before.size() + rows_added);
         EXPECT_EQ(Table(), Memory());
       }
     }

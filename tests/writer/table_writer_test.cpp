@@ -37,12 +37,9 @@ TEST_P(TableWriterTest, UpdateWritesOnlyTheChangedColumnOfItsOwnRow) {
 // Each save kind on a fresh table: what reaches the database, and the key the
 // database generated shown in row 4.
 TEST_P(TableWriterTest, EverySaveKindWritesItsRow) {
-  struct Case {
-    const char* name;
-    std::function<void(ClsRecordset&)> edit;
-    Rows table;  // Id, Name, Qty, Note of the rows with Id 1 or 4 afterwards
-  };
-  const Case cases[] = {
+  // A save kind, the user's edit, and Id, Name, Qty, Note of the rows with Id
+  // 1 or 4 afterwards.
+  const std::tuple<const char*, std::function<void(ClsRecordset&)>, Rows> cases[] = {
       {"insert",
        [](ClsRecordset& rs) { rs.NewRecord(), rs.Modify("Name", "spring"), rs.Modify("Qty", 5); },
        {{1, "bolt", 10, Variant::Null()}, {4, "spring", 5, Variant::Null()}}},
@@ -54,16 +51,16 @@ TEST_P(TableWriterTest, EverySaveKindWritesItsRow) {
        [](ClsRecordset& rs) { rs.Modify("Qty", 11), rs.DeleteRecord(); },
        {}},
   };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.name);
+  for (const auto& [name, edit, table] : cases) {
+    SCOPED_TRACE(name);
     Reload();
     TableWriter writer(rs_);
-    c.edit(rs_);
+    edit(rs_);
     EXPECT_EQ(rs_.UpdateRecord(), E_Succeed) << Shown();
     EXPECT_EQ(
         Query("SELECT [Id], [Name], [Qty], [Note] FROM Items WHERE [Id] IN (1, 4) ORDER BY [Id]"),
-        c.table);
-    EXPECT_EQ(rs_.Item("Id")->GetValue(4), c.table.size() == 2 ? c.table[1][0] : Variant());
+        table);
+    EXPECT_EQ(rs_.Item("Id")->GetValue(4), table.size() == 2 ? table[1][0] : Variant());
   }
 }
 
@@ -193,42 +190,38 @@ TEST_P(TableWriterTest, RowChangedBySomeoneElseKeepsTheEditAndShowsBothVersions)
 // Every conflict (row changed or deleted, under a modification or a deletion)
 // with both resolutions: the table and the recordset end up alike.
 TEST_P(TableWriterTest, ConflictsAreResolvedEitherWay) {
-  struct Case {
-    const char* other;  // what someone else did to row 1
-    bool delete_mine;   // the user deletes row 1 instead of changing its Qty
-    bool keep_mine;
-    Rows table;  // Name, Qty of the rows with Id 1 afterwards
-    int32_t rows;
-  };
   const char* change = "UPDATE Items SET [Name] = 'theirs'";
   const char* remove = "DELETE FROM Items";
   const Rows mine{{Variant("bolt"), Variant(int32_t{5})}};
   const Rows theirs{{Variant("theirs"), Variant(int32_t{10})}};
-  const Case cases[] = {
+  // What someone else did to row 1, whether the user deleted row 1 (else
+  // changed its Qty), whether mine is kept; Name and Qty of row 1 in the table
+  // afterwards, and the rows in the recordset.
+  const std::tuple<const char*, bool, bool, Rows, int32_t> cases[] = {
       {change, false, true, mine, 3}, {change, false, false, theirs, 3},
       {remove, false, true, mine, 3}, {remove, false, false, {}, 2},
       {change, true, true, {}, 2},    {change, true, false, theirs, 3},
       {remove, true, true, {}, 2},    {remove, true, false, {}, 2},
   };
 
-  for (const Case& c : cases) {
-    SCOPED_TRACE(std::string(c.other) + (c.delete_mine ? ", deleted" : ", changed") +
-                 (c.keep_mine ? ", mine" : ", theirs"));
+  for (const auto& [other, delete_mine, keep_mine, table, rows] : cases) {
+    SCOPED_TRACE(std::string(other) + (delete_mine ? ", deleted" : ", changed") +
+                 (keep_mine ? ", mine" : ", theirs"));
     Reload();
     TableWriter writer(rs_);
-    other_->Execute(std::string(c.other) + " WHERE [Id] = 1");
-    ASSERT_FALSE(c.delete_mine ? rs_.DeleteRecord() : rs_.Modify("Qty", int32_t{5}));
+    other_->Execute(std::string(other) + " WHERE [Id] = 1");
+    ASSERT_FALSE(delete_mine ? rs_.DeleteRecord() : rs_.Modify("Qty", int32_t{5}));
     ASSERT_EQ(rs_.UpdateRecord(), E_Defeat);
     ASSERT_TRUE(writer.PendingConflict()) << Shown();
-    EXPECT_EQ(c.keep_mine ? writer.ResolveKeepMine() : writer.ResolveTakeTheirs(), E_Succeed)
+    EXPECT_EQ(keep_mine ? writer.ResolveKeepMine() : writer.ResolveTakeTheirs(), E_Succeed)
         << Shown();
     EXPECT_EQ(rs_.EditStatus(), E_Default);
     EXPECT_FALSE(writer.PendingConflict());
-    EXPECT_EQ(Query("SELECT [Name], [Qty] FROM Items WHERE [Id] = 1"), c.table);
-    ASSERT_EQ(rs_.Rows(), c.rows);
-    if (!c.table.empty()) {
-      EXPECT_EQ(rs_.Item("Name")->GetValue(1), c.table[0][0]);
-      EXPECT_EQ(rs_.Item("Qty")->GetValue(1), c.table[0][1]);
+    EXPECT_EQ(Query("SELECT [Name], [Qty] FROM Items WHERE [Id] = 1"), table);
+    ASSERT_EQ(rs_.Rows(), rows);
+    if (!table.empty()) {
+      EXPECT_EQ(rs_.Item("Name")->GetValue(1), table[0][0]);
+      EXPECT_EQ(rs_.Item("Qty")->GetValue(1), table[0][1]);
     }
   }
 }
@@ -259,35 +252,29 @@ TEST_P(TableWriterTest, TakeTheirsShowsDatesAsTheLoadDoes) {
 // from a deleted one, so theirs drops the row from view and mine is refused
 // for a modification (it could leave both versions).
 TEST_P(TableWriterTest, TableWithoutKeyOffersItsConflictsAsFarAsValuesTell) {
-  struct Case {
-    const char* name;
-    bool delete_mine;
-    bool keep_mine;
-    Enum_EditRecord answer;
-    int32_t rows;  // in the recordset afterwards
-  };
-  const Case cases[] = {
+  // Whether the user deleted row 1 (else changed its Qty), whether mine is
+  // kept; the resolution's answer and the rows in the recordset afterwards.
+  const std::tuple<const char*, bool, bool, Enum_EditRecord, int32_t> cases[] = {
       {"changed, theirs", false, false, E_Succeed, 2},
       {"changed, mine", false, true, E_Defeat, 3},
       {"deleted, theirs", true, false, E_Succeed, 2},
       {"deleted, mine", true, true, E_Succeed, 2},
   };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.name);
+  for (const auto& [name, delete_mine, keep_mine, answer, rows] : cases) {
+    SCOPED_TRACE(name);
     Reload("Loose");
     TableWriter writer(rs_);
     other_->Execute("UPDATE Loose SET [Name] = 'theirs' WHERE [Id] = 1");
-    ASSERT_FALSE(c.delete_mine ? rs_.DeleteRecord() : rs_.Modify("Qty", int32_t{5}));
+    ASSERT_FALSE(delete_mine ? rs_.DeleteRecord() : rs_.Modify("Qty", int32_t{5}));
     ASSERT_EQ(rs_.UpdateRecord(), E_Defeat);
     EXPECT_EQ(capture_.LastText().rfind("No row holds the values this row was read with", 0), 0u)
         << Shown();
     const std::optional<SaveConflict> conflict = writer.PendingConflict();
     ASSERT_TRUE(conflict);
     EXPECT_TRUE(conflict->KeyLess && conflict->RowDeleted);
-    EXPECT_EQ(conflict->Fields[2].Typed, Variant(int32_t{c.delete_mine ? 1 : 5}));
-    EXPECT_EQ(c.keep_mine ? writer.ResolveKeepMine() : writer.ResolveTakeTheirs(), c.answer)
-        << Shown();
-    EXPECT_EQ(rs_.Rows(), c.rows);
+    EXPECT_EQ(conflict->Fields[2].Typed, Variant(int32_t{delete_mine ? 1 : 5}));
+    EXPECT_EQ(keep_mine ? writer.ResolveKeepMine() : writer.ResolveTakeTheirs(), answer) << Shown();
+    EXPECT_EQ(rs_.Rows(), rows);
     EXPECT_EQ(Query("SELECT [Name], [Qty] FROM Loose ORDER BY [Id]"),
               (Rows{{Variant("theirs"), Variant(int32_t{1})},
                     {Variant("b"), Variant(int32_t{2})},
@@ -295,7 +282,18 @@ TEST_P(TableWriterTest, TableWithoutKeyOffersItsConflictsAsFarAsValuesTell) {
   }
 }
 
-TEST_P(TableWriterTest, UpdateThatMatchesTwoRowsOfATableWithoutKeyIsRolledBack) {
+// The key columns are the ones named or the primary key; without any, an
+// update that matches two rows is rolled back.
+TEST_P(TableWriterTest, KeyColumnsAreTheNamedOnesThePrimaryKeyOrNone) {
+  Load();
+  EXPECT_EQ(TableWriter(rs_).KeyColumns(), std::vector<std::string>{"Id"});
+  EXPECT_EQ(TableWriter(rs_, {"Name"}).KeyColumns(), std::vector<std::string>{"Name"});
+  {
+    TableWriter unknown(rs_, {"Serial"});
+    rs_.Modify("Qty", int32_t{1});
+    EXPECT_EQ(rs_.UpdateRecord(), E_Defeat);
+    EXPECT_EQ(capture_.LastText(), "The key column 'Serial' is not a field of the recordset.");
+  }
   Reload("Loose", "(1, 'a', 1, NULL, NULL), (1, 'a', 1, NULL, NULL), (2, 'b', 2, NULL, NULL)");
   TableWriter writer(rs_);
   EXPECT_TRUE(writer.KeyColumns().empty());
@@ -304,16 +302,6 @@ TEST_P(TableWriterTest, UpdateThatMatchesTwoRowsOfATableWithoutKeyIsRolledBack) 
   EXPECT_EQ(Query("SELECT SUM([Qty]) FROM Loose"), (Rows{{Variant(int32_t{4})}}));
   EXPECT_EQ(capture_.LastText(),
             "2 rows match the row to be saved; nothing was saved. Your changes are kept.");
-}
-
-TEST_P(TableWriterTest, KeyColumnsAreTheNamedOnesOrThePrimaryKey) {
-  Load();
-  EXPECT_EQ(TableWriter(rs_).KeyColumns(), std::vector<std::string>{"Id"});
-  EXPECT_EQ(TableWriter(rs_, {"Name"}).KeyColumns(), std::vector<std::string>{"Name"});
-  TableWriter unknown(rs_, {"Serial"});
-  rs_.Modify("Qty", int32_t{1});
-  EXPECT_EQ(rs_.UpdateRecord(), E_Defeat);
-  EXPECT_EQ(capture_.LastText(), "The key column 'Serial' is not a field of the recordset.");
 }
 
 TEST_P(TableWriterTest, AnswerOfAnEarlierSinkIsRespected) {
