@@ -26,8 +26,8 @@ class WriterTest : public ::testing::TestWithParam<TestProvider> {
   }
 
   // Items: ('bolt', 10, '2024-01-05'), ('nut', 20, '2024-02-01 08:30:00', 'x'),
-  // ('washer', 30, NULL, 'y'), Ids 1 to 3 given by the database; Loose: Rows
-  // without a key, by default (1, 'a', 1), (2, 'b', 2), (3, 'c', 3).
+  // ('washer', 30, NULL, 'y'), Ids 1 to 3 given by the database; Loose, without a
+  // key, holds loose_rows, by default (1, 'a', 1), (2, 'b', 2), (3, 'c', 3).
   void CreateTable(const std::string& table, const char* loose_rows = nullptr) {
     other_->Execute("DROP TABLE IF EXISTS " + table);
     if (table == "Loose") {
@@ -60,6 +60,7 @@ class WriterTest : public ::testing::TestWithParam<TestProvider> {
     rs_.OrderByField1 = "[Id]";
     for (const char* name : {"Id", "Name", "Qty", "Made", "Note"}) {
       auto field = rs_.Add(name);
+      // Made is a date, Name and Note are texts, Id and Qty numbers.
       field->FieldType = *name == 'M' ? F_Date : *name == 'N' ? F_Text : F_Numeral;
       field->IsData = field->SaveToDB = field->Edit = field->EnableNull = true;
       field->Copy = std::string(name) != "Id";
