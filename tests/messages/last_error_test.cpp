@@ -9,13 +9,11 @@
 #include <tuple>
 
 #include "support/capture_ui.h"
-#include "support/test_database.h"
 #include "varnel/varnel.h"
+#include "writer/writer_fixture.h"
 
 namespace varnel {
 namespace {
-
-using testing::TestProvider;
 
 std::string Describe(const ErrorInfo& e) {
   return "kind " + std::to_string(e.Kind) + ", number " + std::to_string(e.Number) +
@@ -23,40 +21,21 @@ std::string Describe(const ErrorInfo& e) {
          e.Description + "'";
 }
 
-// Items(Id, Name NOT NULL, Qty, Price) with two rows, loaded into a recordset
-// with a computed Each = Price/Qty and a TableWriter saving by Id.
-class LastErrorTest : public ::testing::TestWithParam<TestProvider> {
+// The writer suites' Items, loaded, with Name required and a computed
+// Each = Id/Qty; a TableWriter saves by Id.
+class LastErrorTest : public testing::WriterTest {
  protected:
   void SetUp() override {
-    other_ = std::make_shared<db::Connection>();
-    other_->Open(db_.ConnectionString());
-    other_->Execute(
-        "CREATE TABLE Items (\"Id\" INTEGER PRIMARY KEY, \"Name\" VARCHAR(20) NOT NULL,"
-        " \"Qty\" INTEGER, \"Price\" FLOAT)");
-    other_->Execute("INSERT INTO Items VALUES (1, 'bolt', 10, 2.5), (2, 'nut', 20, 0.5)");
-    rs_.ConnectString = db_.ConnectionString();
-    rs_.TableName = "Items";
-    rs_.UserOpenMode = U_Auto;
-    rs_.OrderByField1 = "[Id]";
-    for (const char* name : {"Id", "Name", "Qty", "Price"}) {
-      auto field = rs_.Add(name);
-      field->FieldType = std::string(name) == "Name" ? F_Text : F_Numeral;
-      field->NumType = std::string(name) == "Price" ? N_Float : N_Integer;
-      field->IsData = field->SaveToDB = field->Edit = true;
-      field->EnableNull = std::string(name) != "Name";
-    }
+    WriterTest::SetUp();
+    Load();
+    rs_.Item("Name")->EnableNull = false;
     auto each = rs_.Add("Each");
     each->FieldType = F_Numeral;
     each->NumType = N_Float;
-    each->ComputeString = "Price/Qty";
+    each->ComputeString = "Id/Qty";
     each->EnableNull = true;
     each->IsData = false;
   }
-
-  testing::TestDatabase db_{GetParam()};
-  testing::CaptureScope capture_;
-  std::shared_ptr<db::Connection> other_;
-  ClsRecordset rs_;
 };
 
 TEST_P(LastErrorTest, EachSubsystemTellsWhatFailedAndTheNextSuccessClearsIt) {
@@ -80,10 +59,10 @@ TEST_P(LastErrorTest, EachSubsystemTellsWhatFailedAndTheNextSuccessClearsIt) {
        {K_Error, Err_InvalidUseOfNull, "'Name'", "UpdateRecord", "Name"}},
       {"editing: a read-only field",
        [&] {
-         rs_.Item("Price")->Edit = false;
-         return rs_.Modify("Price", 3.0);
+         rs_.Item("Note")->Edit = false;
+         return rs_.Modify("Note", "z");
        },
-       {K_Notice, 0, "read only", "Modify", "Price"}},
+       {K_Notice, 0, "read only", "Modify", "Note"}},
       {"editing: a handler cancels",
        [&] {
          Canceller canceller;
@@ -116,7 +95,6 @@ TEST_P(LastErrorTest, EachSubsystemTellsWhatFailedAndTheNextSuccessClearsIt) {
        },
        {K_Error, Err_RowNotLocated, "", "UpdateRecord", ""}},
   };
-  ASSERT_FALSE(rs_.InitDataSource());
   TableWriter writer(rs_);
   for (const auto& [what, fails, expected] : cases) {
     SCOPED_TRACE(what);
@@ -134,7 +112,7 @@ TEST_P(LastErrorTest, EachSubsystemTellsWhatFailedAndTheNextSuccessClearsIt) {
       rs_.UndoRecord();
     }
     rs_.DefaultCondition = "";
-    rs_.Item("Price")->Edit = true;
+    rs_.Item("Note")->Edit = true;
     rs_.Item("Qty")->QueryValue = "";
     other_->Execute("UPDATE Items SET [Qty] = 10 WHERE [Id] = 1");
   }
