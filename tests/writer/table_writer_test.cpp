@@ -12,28 +12,6 @@ namespace {
 
 using TableWriterTest = WriterTest;
 
-// An UPDATE sets the changed column alone, of its own row, also when a day
-// field's column holds a time (regression: row 2 holds 08:30 on its day).
-TEST_P(TableWriterTest, UpdateWritesOnlyTheChangedColumnOfItsOwnRow) {
-  for (const Enum_DateType type : {D_YMDHNS, D_YMD}) {
-    SCOPED_TRACE(type);
-    Reload();
-    rs_.Item("Made")->DateType = type;
-    ASSERT_FALSE(rs_.RefreshDataSource());
-    TableWriter writer(rs_);
-    rs_.MoveNext();
-    ASSERT_FALSE(rs_.Modify("Qty", int32_t{25}));
-    EXPECT_EQ(rs_.UpdateRecord(), E_Succeed) << Shown();
-    ASSERT_EQ(writer.LastStatements().size(), 1u);
-    EXPECT_EQ(writer.LastStatements()[0].rfind("UPDATE Items SET [Qty] = ? WHERE [Id] = ? AND", 0),
-              0u);
-    EXPECT_EQ(Query("SELECT [Qty], [Made] FROM Items WHERE [Id] > 1 ORDER BY [Id]"),
-              (Rows{{Variant(int32_t{25}), Variant(CDate(Variant("2024-02-01 08:30:00")))},
-                    {Variant(int32_t{30}), Variant::Null()}}));
-    EXPECT_TRUE(capture_.shown().empty()) << Shown();
-  }
-}
-
 // Each save kind on a fresh table: what reaches the database, and the key the
 // database generated shown in row 4.
 TEST_P(TableWriterTest, EverySaveKindWritesItsRow) {
@@ -226,17 +204,31 @@ TEST_P(TableWriterTest, ConflictsAreResolvedEitherWay) {
   }
 }
 
-// Taking theirs shows the row as a load would: a day field the day, a time
-// field the time of day, whatever the column holds.
-TEST_P(TableWriterTest, TakeTheirsShowsDatesAsTheLoadDoes) {
-  const std::pair<Enum_DateType, const char*> cases[] = {{D_YMD, "2024-03-04"},
-                                                         {D_HNS, "10:20:30"}};
+// For each date type: an UPDATE sets the changed column alone, of its own
+// row, whatever time or day the date column holds (regression: row 2 holds
+// 08:30 on its day); taking theirs shows the row as a load would: a day field
+// the day, a time field the time of day.
+TEST_P(TableWriterTest, DateFieldsAreKeptByUpdatesAndShownAsLoadedWhenTakingTheirs) {
+  const std::pair<Enum_DateType, const char*> cases[] = {
+      {D_YMDHNS, "2024-03-04 10:20:30"}, {D_YMD, "2024-03-04"}, {D_HNS, "10:20:30"}};
   for (const auto& [type, shown] : cases) {
     SCOPED_TRACE(shown);
     Reload();
+    capture_.ui().shown.clear();
     rs_.Item("Made")->DateType = type;
     ASSERT_FALSE(rs_.RefreshDataSource());
     TableWriter writer(rs_);
+    rs_.MoveNext();
+    ASSERT_FALSE(rs_.Modify("Qty", int32_t{25}));
+    EXPECT_EQ(rs_.UpdateRecord(), E_Succeed) << Shown();
+    ASSERT_EQ(writer.LastStatements().size(), 1u);
+    EXPECT_EQ(writer.LastStatements()[0].rfind("UPDATE Items SET [Qty] = ? WHERE [Id] = ? AND", 0),
+              0u);
+    EXPECT_EQ(Query("SELECT [Qty], [Made] FROM Items WHERE [Id] > 1 ORDER BY [Id]"),
+              (Rows{{Variant(int32_t{25}), Variant(CDate(Variant("2024-02-01 08:30:00")))},
+                    {Variant(int32_t{30}), Variant::Null()}}));
+    EXPECT_TRUE(capture_.shown().empty()) << Shown();
+    rs_.MoveFirst();
     other_->Execute("UPDATE Items SET [Made] = '2024-03-04 10:20:30' WHERE [Id] = 1");
     ASSERT_FALSE(rs_.Modify("Qty", int32_t{5}));
     ASSERT_EQ(rs_.UpdateRecord(), E_Defeat);
