@@ -5,7 +5,7 @@
 namespace varnel::testing {
 
 void AppSession::SetUp() {
-  const AppRun first = Run("");
+  const AppRun first = RunApp(Args(), "");
   ASSERT_EQ(first.exit_code, 0) << first.output;
   ASSERT_NE(first.output.find("Created the sample database"), std::string::npos) << first.output;
 }
@@ -16,16 +16,12 @@ std::vector<std::string> AppSession::Args(const std::vector<std::string>& extra)
   return args;
 }
 
-AppRun AppSession::Run(const std::string& script, const std::vector<std::string>& extra) {
-  return RunApp(Args(extra), script);
-}
-
 AppRun AppSession::Run(const std::vector<std::string>& lines) {
   std::string script;
   for (const std::string& line : lines) {
     script += line + "\n";
   }
-  return Run(script);
+  return RunApp(Args(), script);
 }
 
 std::shared_ptr<db::Connection> AppSession::Database() {
@@ -36,19 +32,7 @@ std::shared_ptr<db::Connection> AppSession::Database() {
   return database_;
 }
 
-Rows AppSession::Query(const std::string& sql) {
-  db::Recordset recordset;
-  recordset.Open(sql, Database());
-  Rows rows;
-  for (; !recordset.Eof(); recordset.MoveNext()) {
-    std::vector<Variant> row;
-    for (int32_t i = 0; i < recordset.Fields().Count(); ++i) {
-      row.push_back(recordset.Fields().Item(i).Value());
-    }
-    rows.push_back(row);
-  }
-  return rows;
-}
+Rows AppSession::Query(const std::string& sql) { return QueryRows(Database(), sql); }
 
 Variant AppSession::Scalar(const std::string& sql) {
   const Rows rows = Query(sql);
@@ -66,6 +50,20 @@ int32_t AppSession::FirstOrderWhere(const std::string& condition) {
   return Scalar("SELECT OrderId FROM Orders WHERE " + condition +
                 " ORDER BY OrderDate, OrderId LIMIT 1")
       .ToLong();
+}
+
+Rows QueryRows(const std::shared_ptr<db::Connection>& connection, const std::string& sql) {
+  db::Recordset recordset;
+  recordset.Open(sql, connection);
+  Rows rows;
+  for (; !recordset.Eof(); recordset.MoveNext()) {
+    std::vector<Variant> row;
+    for (int32_t i = 0; i < recordset.Fields().Count(); ++i) {
+      row.push_back(recordset.Fields().Item(i).Value());
+    }
+    rows.push_back(row);
+  }
+  return rows;
 }
 
 int CountLines(const std::string& output, const std::string& text, bool at_start) {

@@ -23,9 +23,7 @@ class AppSession : public ::testing::Test {
 
   // --data-dir <temp> --lang en, then Extra.
   std::vector<std::string> Args(const std::vector<std::string>& extra = {}) const;
-  // Runs the sample screen with Script (English unless Extra says otherwise).
-  AppRun Run(const std::string& script, const std::vector<std::string>& extra = {});
-  // Runs the sample screen with one command per line.
+  // Runs the sample screen in English with one command per line.
   AppRun Run(const std::vector<std::string>& lines);
 
   std::string SamplePath() const { return (dir_.path() / "sample.db").string(); }
@@ -43,6 +41,8 @@ class AppSession : public ::testing::Test {
   std::shared_ptr<db::Connection> database_;
 };
 
+// The rows that Sql reads on Connection.
+Rows QueryRows(const std::shared_ptr<db::Connection>& connection, const std::string& sql);
 // Counts the lines of Output that contain Text (that start with it if At_start).
 int CountLines(const std::string& output, const std::string& text, bool at_start = false);
 // Expects each of Lines in Output, or, for a line "!text", text nowhere in it.

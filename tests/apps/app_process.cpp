@@ -18,32 +18,29 @@ namespace {
 
 constexpr int kTimeLimitMs = 30000;
 
-std::vector<char*> Pointers(std::vector<std::string>& texts) {
-  std::vector<char*> pointers;
-  for (std::string& text : texts) {
-    pointers.push_back(text.data());
-  }
-  pointers.push_back(nullptr);
-  return pointers;
-}
-
 }  // namespace
 
 void AppProcess::StartChild(std::vector<std::string>& argv,
                             const std::map<std::string, std::string>& env) {
-  for (const char* name : {"LANGUAGE", "LC_ALL", "LC_MESSAGES"}) {
-    unsetenv(name);
-  }
-  setenv("LANG", "C.UTF-8", 1);
-  setenv("TERM", "xterm", 1);
-  for (const auto& [name, value] : env) {
+  std::map<std::string, std::string> all = env;  // insert keeps what Env gives
+  all.insert({{"LANGUAGE", ""},
+              {"LC_ALL", ""},
+              {"LC_MESSAGES", ""},
+              {"LANG", "C.UTF-8"},
+              {"TERM", "xterm"}});
+  for (const auto& [name, value] : all) {
     if (value.empty()) {
       unsetenv(name.c_str());
     } else {
       setenv(name.c_str(), value.c_str(), 1);
     }
   }
-  execv(argv[0].c_str(), Pointers(argv).data());
+  std::vector<char*> pointers;
+  for (std::string& arg : argv) {
+    pointers.push_back(arg.data());
+  }
+  pointers.push_back(nullptr);
+  execv(pointers[0], pointers.data());
   _exit(127);
 }
 
@@ -59,11 +56,10 @@ AppProcess::AppProcess(const std::vector<std::string>& args,
       throw std::runtime_error("no pseudo-terminal");
     }
     terminal_name_ = ptsname(terminal);
-    const std::string& name = terminal_name_;
     pid_ = fork();
     if (pid_ == 0) {
       setsid();  // the terminal opened next becomes the controlling one
-      const int child = open(name.c_str(), O_RDWR);
+      const int child = open(terminal_name_.c_str(), O_RDWR);
       winsize size{40, 100, 0, 0};
       ioctl(child, TIOCSWINSZ, &size);
       for (const int fd : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
@@ -78,7 +74,8 @@ AppProcess::AppProcess(const std::vector<std::string>& args,
   }
   int to_child[2];
   int from_child[2];
-  if (pipe(to_child) != 0 || pipe(from_child) != 0) {
+  // Close-on-exec: the program keeps only the ends made its input and output.
+  if (pipe2(to_child, O_CLOEXEC) != 0 || pipe2(from_child, O_CLOEXEC) != 0) {
     throw std::runtime_error("pipe failed");
   }
   pid_ = fork();
@@ -86,8 +83,6 @@ AppProcess::AppProcess(const std::vector<std::string>& args,
     dup2(to_child[0], STDIN_FILENO);
     dup2(from_child[1], STDOUT_FILENO);
     dup2(from_child[1], STDERR_FILENO);
-    close(to_child[1]);
-    close(from_child[0]);
     StartChild(argv, env);
   }
   close(to_child[0]);
@@ -101,11 +96,10 @@ AppProcess::~AppProcess() {
     kill(pid_, SIGKILL);
     waitpid(pid_, nullptr, 0);
   }
-  if (input_ >= 0) {
-    close(input_);
-  }
-  if (output_ >= 0) {
-    close(output_);
+  for (const int fd : {input_, output_}) {
+    if (fd >= 0) {
+      close(fd);
+    }
   }
 }
 
@@ -134,8 +128,8 @@ bool AppProcess::ReadSome() {
   return true;
 }
 
-std::string AppProcess::ReadUntil(const std::string& marker) {
-  while (seen_.find(marker) == std::string::npos && ReadSome()) {
+std::string AppProcess::ReadUntil(const std::string& marker, size_t from) {
+  while (seen_.find(marker, from) == std::string::npos && ReadSome()) {
   }
   return seen_;
 }
@@ -166,8 +160,7 @@ void AppProcess::Type(const std::string& text, const std::string& marker) {
     WaitForLineEditing();
   }
   Send(text);
-  while (seen_.find(marker, from) == std::string::npos && ReadSome()) {
-  }
+  ReadUntil(marker, from);
 }
 
 AppRun AppProcess::Finish() {

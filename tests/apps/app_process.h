@@ -30,8 +30,9 @@ class AppProcess {
 
   // Writes Text to the program's input.
   void Send(const std::string& text);
-  // Reads until the output holds Marker or the program ends; returns all output so far.
-  std::string ReadUntil(const std::string& marker);
+  // Reads until the output from byte From on holds Marker or the program
+  // ends; returns all output so far.
+  std::string ReadUntil(const std::string& marker, size_t from = 0);
   // Sends Text, then reads until Marker appears in what follows. On a
   // terminal Text is typed once the program edits a line.
   void Type(const std::string& text, const std::string& marker = "varnel> ");

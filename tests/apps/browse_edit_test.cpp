@@ -1,6 +1,10 @@
 // Scripted sessions of the real program on the sample database: browsing,
 // editing and saving, inserting, copying, deleting, undoing and selecting,
+// a change made meanwhile by someone else, and query by form (criteria typed
+// into the fields find the rows that the same condition finds in SQL),
 // checked on the screen and in the database file afterwards.
+#include <map>
+#include <regex>
 #include <string>
 
 #include "app_fixture.h"
@@ -14,9 +18,8 @@ TEST_F(AppSession, BrowsesTheOrdersInDateOrder) {
   const AppRun run = Run({"next", "last", "next", "goto 150", "list 5", "sql", "quit"});
   ASSERT_EQ(run.exit_code, 1) << run.output;  // the move past the last row failed
   const std::string& out = run.output;
-  EXPECT_NE(out.find("Varnel: Orders, 300 rows."), npos);
   EXPECT_EQ(Statuses(out).front(), "Browse");
-  ExpectShown(out, {"Row 2 of 300 | Browse", "Row 300 of 300 | Browse",
+  ExpectShown(out, {"Varnel: Orders, 300 rows.", "Row 2 of 300 | Browse", "Row 300 of 300 | Browse",
                     "[Error] Error:2103 No current record.",
                     "Select * From Orders Order By OrderDate Asc,OrderId Asc"});
   // The list shows rows 148..152 with the current one marked.
@@ -87,16 +90,16 @@ TEST_F(AppSession, RefusedChangesAreReportedAndNothingIsStored) {
   EXPECT_EQ(CountLines(out, "[Information] You can not update the read only field."), 2) << out;
   EXPECT_EQ(CountLines(out, "| Browse | read-only row"), 3);
   EXPECT_EQ(CountLines(out, "[Error]") + CountLines(out, "[Information]"), 6) << out;
-  ExpectShown(out, {"[Information] Please enter value 'Quantity' >= 1 AND <= 1000 .",
-                    "[Error] Error:13 Type Mismatch."});
+  // The first quit tries to save the new row, is refused again and says so.
+  ExpectShown(out,
+              {"[Information] Please enter value 'Quantity' >= 1 AND <= 1000 .",
+               "[Error] Error:13 Type Mismatch.", "quit again to leave",
+               "Not saved; your changes are kept. Do what the message says, then save again."});
   EXPECT_EQ(CountLines(out, "Nothing to save."), 2);
   EXPECT_EQ(FieldValue(out.substr(0, out.find("varnel> new")), "Quantity"),
             CStr(before[static_cast<size_t>(id - 1)][3]));
-  // The first quit tries to save the new row and is refused again.
   EXPECT_EQ(CountLines(out, "[Error] Error:94 Please enter value 'Customer' can not be null."), 2);
-  EXPECT_NE(out.find("Not saved; your changes are kept. Do what the message says, then save again."), npos);
   EXPECT_EQ(Statuses(out).back(), "New");
-  EXPECT_NE(out.find("quit again to leave"), npos);
   EXPECT_EQ(run.exit_code, 1);
   EXPECT_EQ(Query("SELECT * FROM Orders ORDER BY OrderId"), before);
 }
@@ -121,6 +124,115 @@ TEST_F(AppSession, SelectionCommandsMarkRows) {
   EXPECT_EQ(CountLines(run.output, " +", true), 2);  // rows 4 and 5
   EXPECT_NE(status[5].find("Selected: 297"), npos);
   EXPECT_EQ(status[6].find("Selected"), npos);
+}
+
+// Each conflict is met on save with the edit kept, then resolved: the
+// deletion of a row someone changed is dropped (take-theirs), the edit of a
+// row someone changed is written over theirs (keep-mine).
+TEST_F(AppSession, ChangesBySecondConnectionAreResolvedEitherWay) {
+  const int32_t edited = FirstOrderWhere("Locked = 0 AND Qty <> 8");
+  const int32_t deleted = FirstOrderWhere("Locked = 0 AND OrderId <> " + std::to_string(edited));
+  const std::string where = " WHERE OrderId = " + std::to_string(edited);
+  AppProcess app(Args());
+  app.ReadUntil("Type help for the commands.");
+  Database()->Execute("UPDATE Orders SET Note = 'changed elsewhere'" + where);
+  Database()->Execute("UPDATE Orders SET Qty = Qty + 1 WHERE OrderId = " + std::to_string(deleted));
+  app.Send(Goto(deleted) + "\ndelete\nsave\nconflict\ntake-theirs\n" + Goto(edited) +
+           "\nset Quantity 8\nnext\nconflict\nkeep-mine\nkeep-mine\nquit\n");
+  const AppRun run = app.Finish();
+  EXPECT_EQ(CountLines(run.output, "Someone else changed this row: type conflict to compare"), 2)
+      << run.output;
+  ExpectShown(run.output,
+              {"Someone else changed this row after it was read", "  ! Note",
+               "Saved row " + Goto(edited).substr(5) + ".", "There is no conflict to resolve."});
+  EXPECT_EQ(Scalar("SELECT Qty FROM Orders" + where), Variant(int32_t{8}));
+  EXPECT_EQ(Scalar("SELECT COUNT(*) FROM Orders WHERE OrderId = " + std::to_string(deleted)),
+            Variant(int32_t{1}));
+  EXPECT_EQ(run.exit_code, 1);  // the two refused saves and the extra keep-mine
+}
+
+// The counts of every "N rows found." line, in order.
+std::vector<int32_t> FoundCounts(const std::string& output) {
+  std::vector<int32_t> counts;
+  const std::regex found("(\\d+) rows found\\.");
+  for (auto it = std::sregex_iterator(output.begin(), output.end(), found);
+       it != std::sregex_iterator(); ++it) {
+    counts.push_back(std::stoi((*it)[1]));
+  }
+  return counts;
+}
+
+// Criteria of every kind find the rows that the same condition finds in SQL,
+// and every criterion that help shows runs through the real translator on a
+// field of its kind without an error. Then refine starts from the last
+// criteria, cancel keeps the rows of the last run, clear and refresh bring all
+// back, and an unreadable criterion is refused when typed: run finds every row.
+TEST_F(AppSession, QueryByFormFindsTheRowsSqlFindsAndRefinesThem) {
+  const struct {
+    const char* field;      // as the screen shows it
+    const char* criterion;  // as a user types it
+    const char* where;      // the same rows in SQL
+  } criteria[] = {
+      {"Customer", "Harbor", "Customer LIKE '%Harbor%'"},
+      {"Customer", "not Harbor", "NOT Customer LIKE '%Harbor%'"},
+      {"Note", "null", "Note IS NULL OR Note = ''"},
+      {"Quantity", ">=30", "Qty >= 30"},
+      {"Quantity", ">=10 AND <20", "Qty >= 10 AND Qty < 20"},
+      {"Unit price", ">100", "Price > 100"},
+      {"Unit price", "<=5", "Price <= 5"},
+      {"Order date", ">=2024-12-01", "OrderDate >= '2024-12-01'"},
+      {"Order date", "2024-03-15", "date(OrderDate) = '2024-03-15'"},
+      {"Paid", "1", "Paid <> 0"},
+      {"Paid", "0", "Paid = 0"},
+      {"Paid", "yes", "Paid <> 0"},
+      {"Paid", "否", "Paid = 0"},
+      {"Amount", ">=1000 AND <2000", "Qty * Price >= 1000 AND Qty * Price < 2000"},
+      {"Amount", "<50 OR >5000", "Qty * Price < 50 OR Qty * Price > 5000"},
+  };
+  std::string script;
+  std::vector<int32_t> expected;
+  for (const auto& c : criteria) {
+    script += "query\nset " + std::string(c.field) + " " + c.criterion + "\nrun\n";
+    expected.push_back(
+        Scalar("SELECT COUNT(*) FROM Orders WHERE " + std::string(c.where)).ToLong());
+  }
+  const std::map<std::string, std::string> field_of_kind = {{"number", "Quantity"},
+                                                            {"amount", "Amount"},
+                                                            {"date", "Order date"},
+                                                            {"text", "Customer"},
+                                                            {"yes/no", "Paid"}};
+  const std::string help = RunApp(Args(), "help\n").output;
+  size_t examples = 0;
+  const std::regex kind_line("  ([a-z/]+):  (.*)");
+  for (auto it = std::sregex_iterator(help.begin(), help.end(), kind_line);
+       it != std::sregex_iterator(); ++it) {
+    const std::string field = field_of_kind.at((*it)[1]);
+    const std::string list = (*it)[2];
+    for (size_t at = 0; at <= list.size(); ++examples) {
+      const size_t bar = std::min(list.find(" | ", at), list.size());
+      script += "query\nset " + field + " " + list.substr(at, bar - at) + "\nrun\n";
+      at = bar + 3;
+    }
+  }
+  EXPECT_GT(examples, 20u) << help;
+  const std::string refine =
+      "query\nset Customer Harbor\nset Quantity >=10\nsql\nrun\nrefine\nset Quantity\nrun\n"
+      "query\nset Quantity >=30\ncancel\nlist\nclear\nrefresh\nquery\nset Quantity >=\nrun\n";
+  const AppRun run = RunApp(Args(), script + refine + "quit\n");
+  const std::string harbor = "SELECT COUNT(*) FROM Orders WHERE Customer LIKE '%Harbor%'";
+  const std::vector<int32_t> found = FoundCounts(run.output);
+  ASSERT_EQ(found.size(), expected.size() + examples + 3) << run.output;
+  EXPECT_EQ(std::vector<int32_t>(found.begin(), found.begin() + expected.size()), expected);
+  // Refine keeps the customer; the unreadable criterion leaves none: every row.
+  EXPECT_EQ(std::vector<int32_t>(found.end() - 3, found.end()),
+            (std::vector<int32_t>{Scalar(harbor + " AND Qty >= 10").ToLong(),
+                                  Scalar(harbor).ToLong(), 300}));
+  // The one failed command is the unreadable criterion.
+  ExpectShown(run.output, {"Select * From Orders Where ", "Query mode: type criteria",
+                           "[Error] Error:94 'Quantity' can not be null.", "1 command(s) failed."});
+  EXPECT_EQ(CountLines(run.output, "[Error]"), 1) << run.output;
+  EXPECT_NE(StatusLines(run.output).back().find("of 300 | Browse"), std::string::npos);
+  EXPECT_EQ(run.exit_code, 1);
 }
 
 }  // namespace

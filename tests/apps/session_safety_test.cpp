@@ -2,6 +2,7 @@
 // each row is a script on the sample screen, what the output must show, the
 // exit status and what the database must hold afterwards. Every output is also
 // checked to carry no raw control character.
+#include <algorithm>
 #include <map>
 #include <string>
 #include <vector>
@@ -13,8 +14,9 @@ namespace {
 
 struct SessionCase {
   const char* name;
-  // {go}: to an unlocked order; {row}: its row. "--..." is an option and
-  // "NAME=value" the environment's; without either, the session is English.
+  // {go}: to an unlocked order; {row}: its row; {db}: the sample database's
+  // file. "--..." is an option and "env NAME=value" the environment's;
+  // without either, the session is English.
   std::vector<std::string> script;
   std::vector<std::string> shown;  // what the output holds ({row} as above); "!...": not
   int exit_code;
@@ -81,17 +83,23 @@ const SessionCase kCases[] = {
       "数量 应为整数，范围 1 至 1000，例如 12。", "Language: English.", "  * Customer"},
      1},
     {"a Chinese environment gets the Chinese screen and messages",
-     {"LANG=zh_CN.UTF-8", "{go}", "set 数量 many", "new", "save", "undo", "quit"},
+     {"env LANG=zh_CN.UTF-8", "{go}", "set 数量 many", "new", "save", "undo", "quit"},
      {"第 1 行，共 300 行 | 浏览", "[错误] 错误：13 数据类型不匹配！",
-      "[错误] 错误：94 请输入 '客户'  不能为空！", "未保存，您的修改已保留。请按提示处理后再保存。", "  * 订单日期  20"},
+      "[错误] 错误：94 请输入 '客户'  不能为空！", "未保存，您的修改已保留。请按提示处理后再保存。",
+      "  * 订单日期  20"},
      1},
     {"--lang overrides the environment, either way",
-     {"LANG=zh_CN.UTF-8", "--lang=en", "quit"},
+     {"env LANG=zh_CN.UTF-8", "--lang=en", "quit"},
      {"Row 1 of 300 | Browse"},
      0},
     {"--lang zh overrides a plain environment",
-     {"LANG=C", "--lang=zh", "quit"},
+     {"env LANG=C", "--lang=zh", "quit"},
      {"第 1 行，共 300 行", "  * 客户"},
+     0},
+    {"a screen read from the field-information table of a --connect database",
+     {"--connect=Provider=SQLite;Data Source={db}", "--view=Orders",
+      "--fields-table=FieldsInformation", "--lang=en", "quit"},
+     {"Varnel: Orders, 300 rows.", "  * Unit price"},
      0},
     // Last: it deletes the order the others edit.
     {"a copy saved by a move and a deletion saved by a move are announced",
@@ -101,38 +109,32 @@ const SessionCase kCases[] = {
      {"SELECT COUNT(*) FROM Orders WHERE OrderId = {id}", "0"}},
 };
 
-// The length of the NAME in a "NAME=value" line; 0 for a command.
-size_t EnvironmentName(const std::string& line) {
-  const size_t name = line.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ_");
-  return name != std::string::npos && name > 0 && line[name] == '=' ? name : 0;
-}
-
-std::string Filled(std::string text, const std::string& go, int32_t id) {
-  for (const auto& [from, to] : {std::pair<std::string, std::string>{"{go}", go},
-                                 {"{row}", go.substr(5)},
-                                 {"{id}", std::to_string(id)}}) {
-    for (size_t at = text.find(from); at != std::string::npos; at = text.find(from)) {
-      text.replace(at, from.size(), to);
-    }
-  }
-  return text;
-}
-
 TEST_F(AppSession, SessionsKeepWorkAndSayWhatHappened) {
   const int32_t id = FirstOrderWhere("Locked = 0 AND Note IS NULL");
   const std::string go = Goto(id);
+  const std::map<std::string, std::string> marks = {
+      {"{go}", go}, {"{row}", go.substr(5)}, {"{id}", std::to_string(id)}, {"{db}", SamplePath()}};
+  const auto filled = [&marks](std::string text) {
+    for (const auto& [from, to] : marks) {
+      for (size_t at = text.find(from); at != std::string::npos; at = text.find(from)) {
+        text.replace(at, from.size(), to);
+      }
+    }
+    return text;
+  };
   for (const SessionCase& c : kCases) {
     SCOPED_TRACE(c.name);
     std::string script;
     std::vector<std::string> extra = {"--data-dir", dir_.path().string()};
     std::map<std::string, std::string> env;
-    for (const std::string& line : c.script) {
+    for (const std::string& marked : c.script) {
+      const std::string line = filled(marked);
       if (line.rfind("--", 0) == 0) {
         extra.push_back(line);
-      } else if (const size_t equals = EnvironmentName(line); equals != 0) {
-        env[line.substr(0, equals)] = line.substr(equals + 1);
+      } else if (const size_t equals = line.find('='); line.rfind("env ", 0) == 0) {
+        env[line.substr(4, equals - 4)] = line.substr(equals + 1);
       } else {
-        script += Filled(line, go, id) + "\n";
+        script += line + "\n";
       }
     }
     if (env.empty() && extra.size() == 2) {
@@ -140,10 +142,8 @@ TEST_F(AppSession, SessionsKeepWorkAndSayWhatHappened) {
     }
     const AppRun run = RunApp(extra, script, env);
     EXPECT_EQ(run.exit_code, c.exit_code) << run.output;
-    std::vector<std::string> shown;
-    for (const std::string& line : c.shown) {
-      shown.push_back(Filled(line, go, id));
-    }
+    std::vector<std::string> shown(c.shown.size());
+    std::transform(c.shown.begin(), c.shown.end(), shown.begin(), filled);
     ExpectShown(run.output, shown);
     for (const char byte : run.output) {
       ASSERT_FALSE((static_cast<unsigned char>(byte) < 0x20 && byte != '\n') || byte == 0x7f)
@@ -151,7 +151,7 @@ TEST_F(AppSession, SessionsKeepWorkAndSayWhatHappened) {
           << run.output;
     }
     if (!c.check.empty()) {
-      EXPECT_EQ(CStr(Scalar(Filled(c.check[0], go, id))), c.check[1]);
+      EXPECT_EQ(CStr(Scalar(filled(c.check[0]))), c.check[1]);
     }
   }
 }

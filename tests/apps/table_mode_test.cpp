@@ -1,10 +1,16 @@
 // The program on databases other than the sample: any table (a field per
-// column, saved by its primary key) on every provider, a screen read from a
-// field-information table, and what it does with a bad command line.
+// column, saved by its primary key) on every provider and what it does with
+// a bad command line; and random sessions, bounded runs of random command
+// lines with hostile values over the sample screen and over a table with odd
+// names and types. Whatever is typed, the program answers every line and
+// ends by itself with status 0 or 1 (under the sanitizers too: their reports
+// exit 86).
 #include <filesystem>
 #include <fstream>
 #include <map>
+#include <random>
 #include <string>
+#include <vector>
 
 #include "app_fixture.h"
 #include "db/sql_quote.h"
@@ -14,6 +20,65 @@ namespace varnel::testing {
 namespace {
 
 constexpr auto npos = std::string::npos;
+
+constexpr int kSessions = 6;
+constexpr int kCommandsPerSession = 30;
+
+const std::vector<std::string> kWords = {
+    "first",   "prev",     "next",      "last",        "goto", "set",   "set",     "set",
+    "new",     "copy",     "delete",    "save",        "undo", "query", "refine",  "run",
+    "cancel",  "clear",    "select",    "list",        "show", "sql",   "details", "lang",
+    "refresh", "conflict", "keep-mine", "take-theirs", "help", "jump",  "export",  "quit"};
+
+// Hostile values, and one longer than any field takes.
+const std::vector<std::string> kValues = [] {
+  // clang-format off
+  std::vector<std::string> values = {
+      "", "0", "1", "-1", "2", "300", "2147483647", "2147483648", "99999999999999999999", "1e309",
+      "abc", "'", "\"\"", "%", "*", "\x1b[2J\x1b]52;c;aGk=\x07", "\x01\x7f", "null", "notnull",
+      "not", ">=", "5..10", "1 AND", ">=1000 AND <2000", "today", "TODAY()-3", "是", "否", "12.5",
+      "-0.0001", "2024-02-30", "6/1/2024", "(", "all", "shift 3", "ctrl 2", "none", "invert",
+      "en", "zh", "--csv", "€", "名字 with space"};
+  // clang-format on
+  values.emplace_back(300, 'x');
+  return values;
+}();
+
+std::string Pick(std::mt19937& random, const std::vector<std::string>& from) {
+  return from[std::uniform_int_distribution<size_t>(0, from.size() - 1)(random)];
+}
+
+// Bounded random sessions of the program with Args over Fields. Every line
+// read is echoed after the prompt and answered before the next.
+void RunRandomSessions(unsigned seed, const std::vector<std::string>& args,
+                       const std::vector<std::string>& fields, const std::string& export_path) {
+  std::mt19937 random(seed);
+  for (int session = 0; session < kSessions; ++session) {
+    std::string script;
+    for (int i = 0; i < kCommandsPerSession; ++i) {
+      const std::string word = Pick(random, kWords);
+      const std::string field = word == "set" ? " " + Pick(random, fields) : "";
+      script +=
+          word + field + " " + (word == "export" ? export_path : Pick(random, kValues)) + "\n";
+    }
+    SCOPED_TRACE(script);
+    const AppRun run =
+        RunApp(args, script,
+               {{"ASAN_OPTIONS", "exitcode=86"}, {"UBSAN_OPTIONS", "halt_on_error=1:exitcode=86"}});
+    ASSERT_TRUE(run.exit_code == 0 || run.exit_code == 1) << run.exit_code << "\n" << run.output;
+    EXPECT_EQ(run.output.find("runtime error"), npos) << run.output;
+    int prompts = 0;
+    for (size_t at = run.output.find("varnel> "); at != npos;
+         at = run.output.find("varnel> ", at + 1), ++prompts) {
+      const size_t line_end = run.output.find('\n', at);
+      ASSERT_NE(line_end, npos);
+      const bool quit = run.output.compare(at, 12, "varnel> quit") == 0;
+      EXPECT_TRUE(quit || run.output.compare(line_end + 1, 8, "varnel> ") != 0)
+          << "no answer to: " << run.output.substr(at, line_end - at);
+    }
+    EXPECT_LE(prompts, kCommandsPerSession);
+  }
+}
 
 class AppOnTable : public ::testing::TestWithParam<TestProvider> {
  protected:
@@ -31,19 +96,18 @@ class AppOnTable : public ::testing::TestWithParam<TestProvider> {
         " ('Ada', '1815-12-10', TRUE, 9.5), ('Alan', '1912-06-23', FALSE, 8)");
   }
 
-  AppRun Run(const std::string& script, const std::vector<std::string>& extra = {}) {
+  // --data-dir, --lang en and --connect to the test database, then Extra.
+  std::vector<std::string> Args(const std::vector<std::string>& extra) {
     std::vector<std::string> args = {"--data-dir", dir_.path().string(),
                                      "--lang",     "en",
                                      "--connect",  db_.ConnectionString("people.db")};
     args.insert(args.end(), extra.begin(), extra.end());
-    return RunApp(args, script);
+    return args;
   }
-
-  Variant Value(const std::string& sql) {
-    db::Recordset check;
-    check.Open(sql, database_);
-    return check.Fields().Item(0).Value();
+  AppRun Run(const std::string& script, const std::vector<std::string>& extra) {
+    return RunApp(Args(extra), script);
   }
+  Variant Value(const std::string& sql) { return QueryRows(database_, sql).at(0).at(0); }
 
   TempDir dir_;
   TestDatabase db_{GetParam()};
@@ -56,15 +120,14 @@ TEST_P(AppOnTable, AnyTableOpensWithAFieldPerColumnAndSavesByItsKey) {
           "set Born 1906-12-09\nsave\nsql\nquit\n",
           {"--table", "People"});
   ASSERT_EQ(run.exit_code, 1) << run.output;  // jump, Nothing and 99 failed
+  // A scripted session shows no prompts, colours or progress: only the commands, echoed.
   ExpectShown(run.output,
               {"Varnel: People, 2 rows.", "Unknown command 'jump'", "There is no field 'Nothing'.",
-               "There is no row 99.", "Saved row 2.", "Saved new row 3."});
+               "There is no row 99.", "Saved row 2.", "Saved new row 3.", "!Loading",
+               "Select * From People Order By [Id] Asc"});
   EXPECT_EQ(FieldValue(run.output, "Id"), "3");
   EXPECT_EQ(FieldValue(run.output, "Born"), "1906-12-09");
-  EXPECT_NE(run.output.find("Select * From People Order By [Id] Asc"), npos);
-  // A scripted session shows no prompts, colours or progress: only the commands, echoed.
   EXPECT_EQ(run.output.find_first_of("\033\r"), npos);
-  EXPECT_EQ(run.output.find("Loading"), npos);
   EXPECT_EQ(CountLines(run.output, "varnel> ", true), 12);
   EXPECT_EQ(Value("SELECT [Score] FROM People WHERE [Id] = 2"), Variant(7.25));
   EXPECT_EQ(Value("SELECT [Name] FROM People WHERE [Id] = 3"), Variant("Grace"));
@@ -160,8 +223,7 @@ TEST_P(AppOnTable, DatabaseRefusalsAreToldPlainlyWithDetailsOnRequest) {
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.script);
-    AppProcess app({"--data-dir", dir_.path().string(), "--lang", "en", "--connect",
-                    db_.ConnectionString("people.db"), "--table", "People"});
+    AppProcess app(Args({"--table", "People"}));
     app.ReadUntil("Type help for the commands.");
     database_->Execute("ALTER TABLE People RENAME TO Persons");
     app.Send(c.script);
@@ -178,11 +240,27 @@ TEST_P(AppOnTable, DatabaseRefusalsAreToldPlainlyWithDetailsOnRequest) {
   }
 }
 
-// The program's own sample database (SQLite) as a --connect database.
-TEST_F(AppSession, ScreenFromAFieldInformationTable) {
-  const AppRun run = Run("quit\n", {"--connect", "Provider=SQLite;Data Source=" + SamplePath(),
-                                    "--view", "Orders", "--fields-table", "FieldsInformation"});
-  ExpectShown(run.output, {"Varnel: Orders, 300 rows.", "  * Unit price"});
+// Random command lines over a table with odd names and types.
+TEST_P(AppOnTable, RandomSessionsOnAnOddTableAreAllAnswered) {
+  database_->Execute(
+      "CREATE TABLE odd_things (\"Id\" INTEGER PRIMARY KEY, \"Name with space\" VARCHAR(10),"
+      " \"select\" INTEGER, \"Ünïcode 名\" TEXT, \"Amount$\" NUMERIC(12,2), \"When\" DATE,"
+      " \"Flag\" BOOLEAN, \"Big\" BIGINT, \"Ratio\" DOUBLE PRECISION)");
+  database_->Execute(
+      "INSERT INTO odd_things VALUES (1, 'a\x1b[31mred', 1, '名字', 12.5, '2024-02-29',"
+      " TRUE, 9007199254740993, -0.5), (2, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL),"
+      " (3, '''quoted''', -2147483648, '', -99999.99, '1900-01-01', FALSE, -1, 1e300)");
+  RunRandomSessions(
+      GetParam() == TestProvider::kSqlite ? 1 : 2, Args({"--table", "odd_things"}),
+      {"Id", "Name with space", "select", "Ünïcode 名", "Amount$", "When", "Flag", "Big", "Ratio"},
+      (dir_.path() / "odd.csv").string());
+}
+
+TEST_F(AppSession, RandomSessionsOnTheSampleAreAllAnswered) {
+  RunRandomSessions(20261123, Args(),
+                    {"Customer", "Quantity", "Unit price", "Currency", "Order date", "Paid", "Note",
+                     "Amount", "Locked", "Order No.", "Line", "nothing"},
+                    (dir_.path() / "out.csv").string());
 }
 
 VARNEL_ON_EVERY_PROVIDER(AppOnTable);

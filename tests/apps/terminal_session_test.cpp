@@ -32,34 +32,13 @@ TEST_F(AppAtTerminal, CtrlCCancelsTheLineAndCtrlDAsksToSaveThePendingEdit) {
             (Rows{{Variant("typed at a terminal, 终端 ¥"), qty}}));
 }
 
-TEST_F(AppAtTerminal, DeletionIsConfirmedUnlessYesWasGiven) {
-  const int32_t kept = FirstOrderWhere("Locked = 0");
-  const int32_t gone = FirstOrderWhere("Locked = 0 AND OrderId <> " + std::to_string(kept));
-  const std::string gone_row = Goto(gone);
-  AppProcess asked(Args(), {}, true);
-  asked.ReadUntil(kPrompt);
-  asked.Type(Goto(kept) + "\r");
-  asked.Type("delete\r", "(yes/no)");
-  asked.Type("no\r");
-  asked.Send("quit\r");
-  const AppRun run = asked.Finish();
-  EXPECT_NE(run.output.find("Not deleted."), npos) << run.output;
-
-  AppProcess sure(Args({"--yes"}), {}, true);
-  sure.ReadUntil(kPrompt);
-  sure.Type(gone_row + "\r");
-  sure.Type("delete\r");
-  sure.Send("quit\r");
-  const AppRun yes = sure.Finish();
-  EXPECT_EQ(yes.output.find("(yes/no)"), npos) << yes.output;
-  EXPECT_NE(yes.output.find("Deleted row " + gone_row.substr(5) + " from the database."), npos);
-  EXPECT_EQ(Query("SELECT COUNT(*), SUM(OrderId = " + std::to_string(kept) + ") FROM Orders"),
-            (Rows{{Variant(int32_t{299}), Variant(int32_t{1})}}));
-}
-
+// The deletion asked about is answered no; the completed commands then run.
 TEST_F(AppAtTerminal, TabCompletesCommandsAndShownNames) {
   AppProcess app(Args(), {}, true);
   app.ReadUntil(kPrompt);
+  app.Type(Goto(FirstOrderWhere("Locked = 0")) + "\r");
+  app.Type("delete\r", "(yes/no)");
+  app.Type("no\r");
   app.Type("se\t", "select");  // two commands start so: both are listed
   app.Type("l\tnone\r");
   app.Type("set unit\t12.5\r");  // the name on the screen, blank and all
@@ -67,22 +46,26 @@ TEST_F(AppAtTerminal, TabCompletesCommandsAndShownNames) {
   app.Send("undo\rquit\r");
   const AppRun run = app.Finish();
   EXPECT_EQ(run.exit_code, 0);
-  EXPECT_NE(run.output.find("set     select"), npos) << run.output;
-  EXPECT_EQ(run.output.find("Unknown command"), npos) << run.output;
-  EXPECT_NE(run.output.find("Unit price  12.50 $"), npos) << run.output;
-  EXPECT_NE(run.output.find("语言：中文。"), npos) << run.output;
+  ExpectShown(run.output, {"Not deleted.", "set     select", "!Unknown command",
+                           "Unit price  12.50 $", "语言：中文。"});
+  EXPECT_EQ(Scalar("SELECT COUNT(*) FROM Orders"), Variant(int32_t{300}));
 }
 
-TEST_F(AppAtTerminal, PasswordIsAskedWithoutEcho) {
-  AppProcess app(Args({"--password"}), {}, true);
+// With --yes a deletion is not asked about; the password is read without echo.
+TEST_F(AppAtTerminal, PasswordIsAskedWithoutEchoAndYesDeletesWithoutAsking) {
+  const std::string row = Goto(FirstOrderWhere("Locked = 0"));
+  AppProcess app(Args({"--password", "--yes"}), {}, true);
   app.ReadUntil("Password: ");
   app.Send("s3cret-word\r");
   app.ReadUntil(kPrompt);
+  app.Type(row + "\r");
+  app.Type("delete\r");
   app.Send("quit\r");
   const AppRun run = app.Finish();
   EXPECT_EQ(run.exit_code, 0);
-  EXPECT_NE(run.output.find("Varnel: Orders, 300 rows."), npos) << run.output;
-  EXPECT_EQ(run.output.find("s3cret-word"), npos);
+  ExpectShown(run.output, {"Varnel: Orders, 300 rows.", "!s3cret-word", "!(yes/no)",
+                           "Deleted row " + row.substr(5) + " from the database."});
+  EXPECT_EQ(Scalar("SELECT COUNT(*) FROM Orders"), Variant(int32_t{299}));
 }
 
 }  // namespace

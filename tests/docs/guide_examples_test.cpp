@@ -5,6 +5,7 @@
 
 #include <fstream>
 #include <map>
+#include <regex>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -22,36 +23,26 @@ std::string ReadPage(const std::string& name) {
   return text.str();
 }
 
-// The cells of an example line "kind | field | typed | SQL", trimmed.
-std::vector<std::string> Cells(const std::string& line) {
-  std::vector<std::string> cells;
-  size_t at = 0;
-  for (size_t bar = line.find(" | "); at <= line.size(); bar = line.find(" | ", at)) {
-    std::string cell = line.substr(at, bar == std::string::npos ? std::string::npos : bar - at);
-    cells.push_back(cell.substr(0, cell.find_last_not_of(' ') + 1));
-    at = bar == std::string::npos ? line.size() + 1 : bar + 3;
-  }
-  return cells;
-}
-
 TEST(GuideExamples, EveryQueryByFormExampleGivesTheSqlThePageShows) {
   const std::map<std::string, Enum_FieldType> kinds = {
       {"F_Numeral", F_Numeral}, {"F_Currency", F_Currency}, {"F_Date", F_Date},
       {"F_Text", F_Text},       {"F_Boolean", F_Boolean},   {"F_Other", F_Other}};
   std::istringstream page(ReadPage("query_by_form.md"));
+  // An example line: "kind | field | typed | SQL", the columns padded with blanks.
+  const std::regex example("(F_\\w+) +\\| (\\w+) +\\| (.*\\S) +\\| (.*)");
   int examples = 0;
   for (std::string line; std::getline(page, line);) {
     if (line.rfind("F_", 0) != 0) {
       continue;
     }
-    const std::vector<std::string> cells = Cells(line);
-    ASSERT_EQ(cells.size(), 4u) << line;
+    std::smatch cells;
+    ASSERT_TRUE(std::regex_match(line, cells, example)) << line;
     ClsRecordset rs;
-    auto field = rs.Add(cells[1]);
-    field->FieldType = kinds.at(cells[0]);
+    auto field = rs.Add(cells[2].str());
+    field->FieldType = kinds.at(cells[1].str());
     field->DateType = D_YMD;
-    field->QueryValue = cells[2];
-    EXPECT_EQ(CStr(MdlQuery::QueryCondition(*field)), cells[3]) << line;
+    field->QueryValue = cells[3].str();
+    EXPECT_EQ(CStr(MdlQuery::QueryCondition(*field)), cells[4].str()) << line;
     ++examples;
   }
   EXPECT_GE(examples, 20) << "the page's examples were not found";

@@ -29,61 +29,45 @@ void OrderTable::Load() {
   rs.ConnectString = connection->ConnectionString();
   rs.TableName = "Orders";
   rs.OrderByField1 = "[Id]";
-  struct Column {
-    const char* name;
-    Enum_FieldType type;
-    bool edit;
-  };
-  for (const Column& column :
-       {Column{"Id", F_Numeral, true}, Column{"Customer", F_Text, true},
-        Column{"Qty", F_Numeral, true}, Column{"Price", F_Numeral, true},
-        Column{"Paid", F_Boolean, true}, Column{"OrderDate", F_Date, true}}) {
-    auto field = rs.Add(column.name);
-    field->FieldType = column.type;
-    field->Edit = column.edit;
-    field->IsData = field->SaveToDB = field->Copy = true;
+  // Amount, between the dates and the fees, is computed: not read, saved, copied or typed.
+  const std::pair<const char*, Enum_FieldType> columns[] = {
+      {"Id", F_Numeral},     {"Customer", F_Text}, {"Qty", F_Numeral},
+      {"Price", F_Numeral},  {"Paid", F_Boolean},  {"OrderDate", F_Date},
+      {"Amount", F_Numeral}, {"Fee", F_Currency},  {"Sign", F_Text}};
+  for (const auto& [name, type] : columns) {
+    auto field = rs.Add(name);
+    field->FieldType = type;
+    const bool data = std::string(name) != "Amount";
+    field->IsData = field->SaveToDB = field->Copy = field->Edit = data;
     field->EnableNull = true;
   }
   rs.Item("Id")->Copy = false;
   rs.Item("Customer")->DefaultValue = Variant("New");
   rs.Item("Customer")->EnableNull = false;
-  rs.Item("Price")->NumType = N_Float;
-  rs.Item("Qty")->IsSum = true;
   rs.Item("OrderDate")->DateType = D_YMD;
-  auto amount = rs.Add("Amount");
-  amount->FieldType = F_Numeral;
-  amount->NumType = N_Float;
-  amount->ComputeString = "Qty*Price";
-  amount->IsSum = true;
-  amount->IsData = false;
-  amount->EnableNull = true;
-  for (const char* name : {"Fee", "Sign"}) {  // an amount in the currency its row names
-    auto field = rs.Add(name);
-    field->FieldType = name[0] == 'F' ? F_Currency : F_Text;
-    field->IsData = field->SaveToDB = field->Copy = field->Edit = field->EnableNull = true;
+  rs.Item("Amount")->ComputeString = "Qty*Price";
+  for (const char* name : {"Price", "Amount"}) {
+    rs.Item(name)->NumType = N_Float;
   }
-  rs.Item("Fee")->SymbolName = "Sign";
-  rs.Item("Fee")->IsSum = true;
+  for (const char* name : {"Qty", "Amount", "Fee"}) {
+    rs.Item(name)->IsSum = true;
+  }
+  rs.Item("Fee")->SymbolName = "Sign";  // an amount in the currency its row names
   rs.Advise(&reopen);
   ASSERT_FALSE(rs.InitDataSource());
   writer = std::make_unique<TableWriter>(rs, std::vector<std::string>{"Id"});
 }
 
 Variant OrderTable::Stored(const std::string& column, int32_t id) {
-  db::Recordset read;
-  read.Open("SELECT \"" + column + "\" FROM Orders WHERE \"Id\" = " + std::to_string(id),
-            connection);
-  const Variant value = read.Eof() ? Variant() : read.Fields().Item(0).Value();
-  read.Close();
-  return value;
+  return StoredValue("SELECT \"" + column + "\" FROM Orders WHERE \"Id\" = " + std::to_string(id));
 }
 
-int32_t OrderTable::StoredRows() {
+int32_t OrderTable::StoredRows() { return StoredValue("SELECT COUNT(*) FROM Orders").ToLong(); }
+
+Variant OrderTable::StoredValue(const std::string& sql) {
   db::Recordset read;
-  read.Open("SELECT COUNT(*) FROM Orders", connection);
-  const int32_t rows = read.Fields().Item(0).Value().ToLong();
-  read.Close();
-  return rows;
+  read.Open(sql, connection);
+  return read.Eof() ? Variant() : read.Fields().Item(0).Value();
 }
 
 }  // namespace varnel::testing

@@ -29,6 +29,8 @@ class OrderTable : public ::testing::TestWithParam<TestProvider> {
   Variant Stored(const std::string& column, int32_t id);
   // How many rows the table holds.
   int32_t StoredRows();
+  // The first value of Sql's first row, or Empty when it has none.
+  Variant StoredValue(const std::string& sql);
 
   TestDatabase db{GetParam()};
   std::shared_ptr<db::Connection> connection = std::make_shared<db::Connection>();
