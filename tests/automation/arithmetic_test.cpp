@@ -1,5 +1,5 @@
-// The platform's operators on variants: result kinds, promotion, Null, Empty,
-// text, dates and the errors they raise.
+// The platform's operators on variants, concatenation among them: result kinds, promotion, Null,
+// Empty, text, dates and the errors they raise.
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -16,6 +16,7 @@ const Operator kAdd = [](const Variant& a, const Variant& b) { return a + b; };
 const Operator kSub = [](const Variant& a, const Variant& b) { return a - b; };
 const Operator kMul = [](const Variant& a, const Variant& b) { return a * b; };
 const Operator kDiv = [](const Variant& a, const Variant& b) { return a / b; };
+const Operator kCat = [](const Variant& a, const Variant& b) { return Concat(a, b); };
 
 Variant I(int16_t v) { return Variant(v); }
 Variant L(int32_t v) { return Variant(v); }
@@ -104,6 +105,15 @@ TEST(VariantArithmetic, ResultKindsValuesAndErrorsFollowThePlatform) {
       {"Decimal overflow", kAdd, Dec("79228162514264337593543950335"), L(1), {}, 6},
       {"Decimal x / 0", kDiv, Dec("1"), L(0), {}, 11},
       {"Decimal 0 / 0", kDiv, Dec("0"), I(0), {}, 6},
+      {"text & Null", kCat, Variant("x"), Variant::Null(), Variant("x")},
+      {"Null & text", kCat, Variant::Null(), Variant("x"), Variant("x")},
+      {"Null & Null is Null", kCat, Variant::Null(), Variant::Null(), Variant::Null()},
+      {"Empty & Empty is text", kCat, Variant(), Variant(), Variant("")},
+      {"numbers & in their text form", kCat, I(1), Variant(2.5), Variant("12.5")},
+      {"Boolean & Currency", kCat, Variant(true), C(37500), Variant("True3.75")},
+      {"text & Date", kCat, Variant("Qty: "), D(37747.5), Variant("Qty: 5/6/2003 12:00:00 PM")},
+      {"long texts", kCat, Variant(std::string(20, 'a')), Variant(std::string(20, 'a')),
+       Variant(std::string(40, 'a'))},
   };
   for (const Case& c : cases) {
     try {
@@ -115,18 +125,6 @@ TEST(VariantArithmetic, ResultKindsValuesAndErrorsFollowThePlatform) {
       EXPECT_EQ(error.Number(), c.error) << c.what;
     }
   }
-}
-
-TEST(VariantConcat, JoinsTextFormsAndTakesNullAsEmpty) {
-  EXPECT_EQ(Concat(Variant("x"), Variant::Null()), Variant("x"));
-  EXPECT_EQ(Concat(Variant::Null(), Variant("x")), Variant("x"));
-  EXPECT_EQ(Concat(Variant::Null(), Variant::Null()), Variant::Null());
-  EXPECT_EQ(Concat(Variant(), Variant()), Variant(""));
-  EXPECT_EQ(Concat(I(1), Variant(2.5)), Variant("12.5"));
-  EXPECT_EQ(Concat(Variant(true), C(37500)), Variant("True3.75"));
-  EXPECT_EQ(Concat(Variant("Qty: "), D(37747.5)), Variant("Qty: 5/6/2003 12:00:00 PM"));
-  std::string long_text(20, 'a');
-  EXPECT_EQ(Concat(Variant(long_text), Variant(long_text)).StringView(), long_text + long_text);
 }
 
 }  // namespace

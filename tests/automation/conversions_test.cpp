@@ -3,7 +3,8 @@
 
 #include <functional>
 #include <limits>
-#include <vector>
+#include <tuple>
+#include <utility>
 
 #include "varnel/variant.h"
 
@@ -11,11 +12,7 @@ namespace varnel {
 namespace {
 
 TEST(VariantToString, WritesTheStandardTextForm) {
-  struct Case {
-    Variant value;
-    const char* text;
-  };
-  const std::vector<Case> cases = {
+  const std::pair<Variant, const char*> cases[] = {
       {Variant(), ""},
       {Variant(int16_t{-12}), "-12"},
       {Variant(1.50), "1.5"},
@@ -49,21 +46,16 @@ TEST(VariantToString, WritesTheStandardTextForm) {
       {Variant(CDec(Variant(0.1 + 0.2))), "0.3"},
       {Variant(CDec(Variant(Currency{-12345}))), "-1.2345"},
   };
-  for (const Case& c : cases) {
-    EXPECT_EQ(CStr(c.value), c.text);
+  for (const auto& [value, text] : cases) {
+    EXPECT_EQ(CStr(value), text);
   }
   EXPECT_EQ(CStr(Variant(Date{37747.0 + 13.0 / 24 + 5.0 / 1440 + 9.0 / 86400})),
             "5/6/2003 1:05:09 PM");
 }
 
 TEST(VariantConversions, NumbersBooleansAndDatesFromEveryKind) {
-  struct Case {
-    Variant value;
-    double number;     // CDbl
-    int32_t whole;     // CLng, rounding half to even
-    int64_t currency;  // CCur, in ten-thousandths
-  };
-  const std::vector<Case> cases = {
+  // A value, its CDbl, its CLng (rounding half to even) and its CCur (in ten-thousandths).
+  const std::tuple<Variant, double, int32_t, int64_t> cases[] = {
       {Variant(), 0, 0, 0},
       {Variant(true), -1, -1, -10000},
       {Variant(int32_t{-7}), -7, -7, -70000},
@@ -84,10 +76,10 @@ TEST(VariantConversions, NumbersBooleansAndDatesFromEveryKind) {
       {Variant("1E-20"), 1e-20, 0, 0},
       {Variant("0e99999"), 0, 0, 0},
   };
-  for (const Case& c : cases) {
-    EXPECT_EQ(c.value.ToDouble(), c.number) << CStr(c.value);
-    EXPECT_EQ(c.value.ToLong(), c.whole) << CStr(c.value);
-    EXPECT_EQ(c.value.ToCurrency().Value, c.currency) << CStr(c.value);
+  for (const auto& [value, number, whole, currency] : cases) {
+    EXPECT_EQ(value.ToDouble(), number) << CStr(value);
+    EXPECT_EQ(value.ToLong(), whole) << CStr(value);
+    EXPECT_EQ(value.ToCurrency().Value, currency) << CStr(value);
   }
   EXPECT_EQ(Variant("922337203685477.5807").ToCurrency().Value, INT64_MAX);
   EXPECT_EQ(Variant("-922337203685477.5808").ToCurrency().Value, INT64_MIN);
@@ -99,12 +91,8 @@ TEST(VariantConversions, NumbersBooleansAndDatesFromEveryKind) {
   for (const Variant& no : {Variant(), Variant(0.0), Variant("false"), Variant("0")}) {
     EXPECT_FALSE(no.ToBool()) << CStr(no);
   }
-  struct Exact {
-    Variant value;
-    int64_t whole;  // CLngLng, rounding half to even
-    double number;  // CDbl
-  };
-  const std::vector<Exact> exact = {
+  // A value, its CLngLng (rounding half to even) and its CDbl.
+  const std::tuple<Variant, int64_t, double> exact[] = {
       {Variant("9007199254740993"), 9007199254740993, 9007199254740992.0},
       {Variant(int64_t{-9007199254740993}), -9007199254740993, -9007199254740992.0},
       {Variant(CDec(Variant("2.5"))), 2, 2.5},
@@ -114,9 +102,9 @@ TEST(VariantConversions, NumbersBooleansAndDatesFromEveryKind) {
       {Variant(-2.5), -2, -2.5},
       {Variant(true), -1, -1},
   };
-  for (const Exact& c : exact) {
-    EXPECT_EQ(CLngLng(c.value), c.whole) << CStr(c.value);
-    EXPECT_EQ(c.value.ToDouble(), c.number) << CStr(c.value);
+  for (const auto& [value, whole, number] : exact) {
+    EXPECT_EQ(CLngLng(value), whole) << CStr(value);
+    EXPECT_EQ(value.ToDouble(), number) << CStr(value);
   }
   EXPECT_EQ(Variant(int64_t{-5}).ToLong(), -5);
   EXPECT_EQ(Variant(CDec(Variant("0.00005"))).ToCurrency().Value, 0);
@@ -128,13 +116,8 @@ TEST(VariantConversions, NumbersBooleansAndDatesFromEveryKind) {
 }
 
 TEST(VariantConversions, FailuresRaiseTheirNumbers) {
-  using Conversion = std::function<void()>;
-  struct Case {
-    const char* what;
-    Conversion convert;
-    int32_t number;
-  };
-  const std::vector<Case> cases = {
+  // What is converted, the conversion and the error number it raises.
+  const std::tuple<const char*, std::function<void()>, int32_t> cases[] = {
       {"CStr(Null)", [] { CStr(Variant::Null()); }, 94},
       {"CDbl(Null)", [] { Variant::Null().ToDouble(); }, 94},
       {"CLng(Null)", [] { Variant::Null().ToLong(); }, 94},
@@ -169,12 +152,12 @@ TEST(VariantConversions, FailuresRaiseTheirNumbers) {
        6},
       {"CCur(Decimal 1e15)", [] { Variant(CDec(Variant("1E15"))).ToCurrency(); }, 6},
   };
-  for (const Case& c : cases) {
+  for (const auto& [what, convert, number] : cases) {
     try {
-      c.convert();
-      ADD_FAILURE() << c.what << ": no error";
+      convert();
+      ADD_FAILURE() << what << ": no error";
     } catch (const VbError& error) {
-      EXPECT_EQ(error.Number(), c.number) << c.what;
+      EXPECT_EQ(error.Number(), number) << what;
     }
   }
 }

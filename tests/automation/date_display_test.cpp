@@ -7,7 +7,7 @@
 namespace varnel {
 namespace {
 
-TEST(DateDisplay, WritesWhatFormatWritesForEveryType) {
+TEST(DateDisplay, WritesWhatFormatWritesForEveryTypeAndRefusesADateOutsideTheCalendar) {
   const Variant values[] = {
       Variant(Date{0.0}),
       Variant(Date{37747.5}),                    // 2003-05-06 12:00:00
@@ -28,9 +28,7 @@ TEST(DateDisplay, WritesWhatFormatWritesForEveryType) {
   EXPECT_EQ(DateDisplayText(Variant(Date{37747.5}), static_cast<Enum_DateType>(9)),
             "2003-05-06 12:00:00");
   EXPECT_EQ(DateDisplayText(Variant::Null(), D_YMD), "");
-}
-
-TEST(DateDisplay, ADateOutsideTheCalendarIsRefusedAndOtherTextShownAsItIs) {
+  // Text that is no date is shown as it is; a Date beyond the calendar is refused.
   EXPECT_EQ(DateDisplayText(Variant("soon"), D_YMD), "soon");
   try {
     (void)DateDisplayText(Variant(Date{3e6}), D_YMD);

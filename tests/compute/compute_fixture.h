@@ -5,7 +5,9 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
+#include "compute/evaluate_rows.h"
 #include "fields/field_access.h"
 #include "support/capture_ui.h"
 #include "varnel/varnel.h"
@@ -43,6 +45,24 @@ class ComputeTest : public ::testing::Test {
       titles += (titles.empty() ? "" : ",") + m.caption;
     }
     return titles;
+  }
+
+  // Evaluating rows 1 to last at once gives each row's value and messages, in
+  // order, as evaluating them one by one does.
+  void ExpectRowsLikeOneByOne(const std::string& expression, int32_t last) {
+    std::vector<Variant> one_by_one(static_cast<size_t>(last) + 1);
+    capture.ui().shown.clear();
+    for (int32_t row = 1; row <= last; ++row) {
+      one_by_one[static_cast<size_t>(row)] = Evaluate(expression, row);
+    }
+    const std::string titles = Titles();
+    capture.ui().shown.clear();
+    std::vector<Variant> at_once(one_by_one.size(), Variant("stale"));
+    at_once[0] = Variant();
+    internal::EvaluateRows(rs, expression, 1, last, at_once);
+    EXPECT_EQ(at_once, one_by_one) << expression;
+    EXPECT_EQ(Titles(), titles) << expression;
+    EXPECT_EQ(MdlCompute::CurRecordset, nullptr);
   }
 
   using BulkScope = internal::BulkScope;

@@ -1,6 +1,5 @@
 #include <vector>
 
-#include "compute/evaluate_rows.h"
 #include "compute_fixture.h"
 
 namespace varnel::testing {
@@ -33,22 +32,8 @@ class Evaluator : public ComputeTest {
       EXPECT_EQ(Evaluate(c.expression), c.expected) << c.expression;
       EXPECT_EQ(Titles(), c.titles) << c.expression;
       EXPECT_EQ(capture.LastText(), c.text) << c.expression;
-      CheckRowsLikeOneByOne(c.expression);
+      ExpectRowsLikeOneByOne(c.expression, 2);
     }
-  }
-
-  // Evaluating rows 1 and 2 at once gives each row's value and messages, in
-  // order, as evaluating them one by one does.
-  void CheckRowsLikeOneByOne(const std::string& expression) {
-    capture.ui().shown.clear();
-    const std::vector<Variant> one_by_one = {Evaluate(expression, 1), Evaluate(expression, 2)};
-    const std::string titles = Titles();
-    capture.ui().shown.clear();
-    std::vector<Variant> at_once(3);  // row r is stored in at_once[r]
-    internal::EvaluateRows(rs, expression, 1, 2, at_once);
-    EXPECT_EQ(std::vector<Variant>(at_once.begin() + 1, at_once.end()), one_by_one) << expression;
-    EXPECT_EQ(Titles(), titles) << expression;
-    EXPECT_EQ(MdlCompute::CurRecordset, nullptr);
   }
 };
 
@@ -136,20 +121,8 @@ TEST_F(ComputeTest, ColumnOfFieldTimesFieldEqualsRowByRow) {
     left->SetValue(values[(row - 1) / count], row);
     right->SetValue(values[(row - 1) % count], row);
   }
-  for (const char* expression : {"L*R", "L+R"}) {
-    std::vector<Variant> one_by_one(static_cast<size_t>(count * count) + 1);
-    capture.ui().shown.clear();
-    for (int32_t row = 1; row <= count * count; ++row) {
-      one_by_one[static_cast<size_t>(row)] = Evaluate(expression, row);
-    }
-    const std::string titles = Titles();
-    capture.ui().shown.clear();
-    std::vector<Variant> at_once(one_by_one.size(), Variant("stale"));
-    at_once[0] = Variant();
-    internal::EvaluateRows(rs, expression, 1, count * count, at_once);
-    EXPECT_EQ(at_once, one_by_one) << expression;
-    EXPECT_EQ(Titles(), titles) << expression;
-  }
+  ExpectRowsLikeOneByOne("L*R", count * count);
+  ExpectRowsLikeOneByOne("L+R", count * count);
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 #include <functional>
 #include <stdexcept>
 
-#include "editing/order_screen.h"
+#include "recordset/fixtures.h"
 
 namespace varnel::testing {
 namespace {
@@ -18,7 +18,9 @@ class FixedClock : public ClsRecordsetEvents {
   void SystemTime(Date& SysTime) override { SysTime = Date{37747.0 + 52215.6 / 86400.0}; }
 };
 
-TEST_F(RecordEditing, FirstChangeSnapshotsTheRowAndKeepsThePointer) {
+TEST_F(RecordEditing, ModifyAndDeleteKeepTheValuesBeforeAndSaveAnotherRowFirst) {
+  EXPECT_TRUE(rs.GetModifyValue("Name").IsEmpty());
+  EXPECT_TRUE(rs.GetDeleteValue("Name").IsEmpty());
   EXPECT_FALSE(rs.Modify("Name", "Zed", 2));
   EXPECT_EQ(Column(name), "Ann,Zed,Cy");
   EXPECT_EQ(rs.GetModifyValue("Name"), Variant("Bo"));
@@ -29,14 +31,16 @@ TEST_F(RecordEditing, FirstChangeSnapshotsTheRowAndKeepsThePointer) {
   client.answer = E_Defeat;
   EXPECT_TRUE(rs.Modify("Name", "Xia", 1));  // row 3 cannot be saved: row 1 stays
   EXPECT_EQ(Column(name), "Ann,Zed,Yul");
-}
-
-TEST_F(RecordEditing, MainBooleanFieldStoresIntegerOneAndKeepsTheStatus) {
-  EXPECT_FALSE(rs.Modify("Main", false));
-  EXPECT_EQ(main->GetValue(1).VarType(), vbInteger);
-  EXPECT_EQ(main->GetValue(1).ToLong(), 1);
-  EXPECT_EQ(EditingEvents(log), "ModifyBefore,MainFieldChange,SysModifyAfter,ModifyAfter");
-  EXPECT_EQ(rs.EditStatus(), E_Default);
+  client.answer = E_Succeed;
+  rs.Modify("Qty", int32_t{7});
+  EXPECT_EQ(rs.GetModifyValue(Variant(int32_t{3})).ToLong(), 2);
+  EXPECT_TRUE(rs.GetModifyValue("NoSuchField").IsEmpty());
+  rs.UpdateRecord();
+  rs.DeleteRecord();
+  EXPECT_EQ(rs.GetDeleteValue("Qty").ToLong(), 7);
+  qty->Col = 42;  // a Col outside the collection finds nothing
+  EXPECT_TRUE(rs.GetDeleteValue("Qty").IsEmpty());
+  EXPECT_TRUE(capture.shown().empty());
 }
 
 TEST_F(RecordEditing, ModifyPermissionTable) {
@@ -74,7 +78,9 @@ TEST_F(RecordEditing, ModifyPermissionTable) {
   }
 }
 
-TEST_F(RecordEditing, CancelledOrRejectedChangeStoresNothing) {
+// A cancelled or rejected change stores nothing; in query mode the raw
+// criterion is stored whatever the client or the marks say.
+TEST_F(RecordEditing, CancelledOrRejectedChangeStoresNothingExceptAQueryCriterion) {
   client.cancel = true;
   EXPECT_TRUE(rs.Modify("Name", "Zed", 3));
   EXPECT_EQ(State().saved_row, 3);  // the snapshot is replaced all the same
@@ -85,9 +91,7 @@ TEST_F(RecordEditing, CancelledOrRejectedChangeStoresNothing) {
   EXPECT_EQ(EditingEvents(log), "ModifyBefore,ModifyBefore");
   EXPECT_EQ(Column(name) + " " + Column(qty), "Ann,Bo,Cy 2,3,4");
   EXPECT_EQ(rs.EditStatus(), E_Default);
-}
-
-TEST_F(RecordEditing, QueryModeModifyStoresTheRawCriterionAndIgnoresCancel) {
+  log.Clear();
   State().edit_status = E_Query;
   client.cancel = true;
   name->Edit = false;
@@ -128,30 +132,6 @@ TEST_F(RecordEditing, RefusedOperationsChangeNothing) {
   EXPECT_EQ(rs.EditStatus(), E_AddNewDelete);
 }
 
-TEST_F(RecordEditing, NewRecordAppendsAnEditableRowAndTakesItsValuesInOrder) {
-  FixedClock clock;
-  rs.Advise(&clock);
-  auto ordered = rs.Add("Ordered");
-  ordered->FieldType = F_Date;
-  ordered->DateType = D_YMD;
-  ordered->DefaultValue = Variant(" toDAY ");
-  price->DefaultValue = Variant(2.5);
-  name->DefaultValue = Variant("new");
-  amount->DefaultValue = Variant(int32_t{99});  // the computed value wins over it
-  EXPECT_FALSE(rs.NewRecord("Qty", int32_t{4}));
-  EXPECT_EQ(log.names[3], "SystemTime");  // asked for the date default, before the status changes
-  EXPECT_EQ(rs.AbsolutePosition(), 4);
-  EXPECT_TRUE(rs.GetEdit(4));
-  EXPECT_FALSE(rs.GetSelectRow(4));
-  EXPECT_EQ(name->GetValue(4), Variant("new"));
-  EXPECT_EQ(ordered->GetValue(4), Variant(Date{37747}));
-  EXPECT_EQ(amount->GetValue(4).ToDouble(), 10);  // computed from the argument
-  EXPECT_EQ(amount->SumValue.ToDouble(), 21);
-  rs.UndoRecord();
-  EXPECT_FALSE(rs.NewRecord("Amount", int32_t{7}));  // the argument beats the computation
-  EXPECT_EQ(amount->GetValue(4).ToLong(), 7);
-}
-
 TEST_F(RecordEditing, CopyTakesTheCopiedFieldsAndDefaultsTheOthers) {
   name->DefaultValue = Variant("copy");
   price->Copy = false;
@@ -167,20 +147,33 @@ TEST_F(RecordEditing, CopyTakesTheCopiedFieldsAndDefaultsTheOthers) {
   EXPECT_TRUE(qty->SumValue.IsNull());
 }
 
-TEST_F(RecordEditing, DeletionKeepsTheRowAndMovesToTheNextOne) {
+// A deletion keeps the row's values and moves to the next row; kept rows go
+// back field by field after fields were added or removed.
+TEST_F(RecordEditing, DeletionKeepsTheRowAndKeptRowsGoBackFieldByField) {
   State().current_row = 2;
   EXPECT_FALSE(rs.DeleteRecord());
   EXPECT_EQ(rs.GetDeleteValue("Name"), Variant("Bo"));
   EXPECT_EQ(rs.AbsolutePosition(), 2);
+  auto note = rs.Add("Note");
+  EXPECT_TRUE(rs.GetDeleteValue("Note").IsEmpty());
+  EXPECT_FALSE(rs.UndoRecord());
+  EXPECT_EQ(Column(name) + " " + Column(note), "Ann,Bo,Cy ,,");  // Note was never kept
+  rs.DeleteRecord();
   rs.DeleteRecord();  // saves the first deletion, then deletes the last row
   EXPECT_EQ(rs.AbsolutePosition(), 1);
+  Fill({{1, "Ann", 2, 1.5}, {2, "Bo", 3, 2.0}, {3, "Cy", 4, 0.5}});
+  rs.Modify("Name", "Zed", 3);
+  rs.Remove("Id");
+  client.answer = E_OtherErr;
+  EXPECT_EQ(rs.UpdateRecord(), E_OtherErr);
+  EXPECT_EQ(Column(name), "Ann,Bo,Cy");
   Fill({});
   log.Clear();
   EXPECT_FALSE(rs.DeleteRecord());
   EXPECT_EQ(EditingEvents(log), "");
 }
 
-TEST_F(RecordEditing, UndoPeelsOneLayerPerCall) {
+TEST_F(RecordEditing, UndoPeelsOneLayerPerCallAndKeepsTheRowsEditMark) {
   rs.Modify("Name", "Zed", 2);
   State().current_row = 2;
   rs.DeleteRecord();
@@ -202,9 +195,8 @@ TEST_F(RecordEditing, UndoPeelsOneLayerPerCall) {
   EXPECT_FALSE(rs.UndoRecord());
   EXPECT_EQ(EditingEvents(log), "UndoRecordBefore");
   EXPECT_EQ(rs.Rows(), 2);
-}
-
-TEST_F(RecordEditing, UndoneRowKeepsItsEditMark) {
+  client.cancel = false;  // an undone row keeps its edit mark
+  Fill({{1, "Ann", 2, 1.5}, {2, "Bo", 3, 2.0}, {3, "Cy", 4, 0.5}});
   auto lock = rs.Add("Lock");
   lock->FieldType = F_Locked;
   rs.Modify("Lock", int32_t{1});  // locks row 1
@@ -219,18 +211,8 @@ TEST_F(RecordEditing, UndoneRowKeepsItsEditMark) {
   EXPECT_TRUE(rs.GetEdit(3));
 }
 
-TEST_F(RecordEditing, SavingTheOnlyRowAnnouncesTheMainField) {
+TEST_F(RecordEditing, MissingRequiredValueIsReportedAndSavingTheOnlyRowAnnouncesTheMain) {
   Fill({});
-  price->DefaultValue = Variant(1.0);
-  rs.NewRecord("Qty", int32_t{1});
-  log.Clear();
-  EXPECT_EQ(rs.UpdateRecord(), E_Succeed);
-  EXPECT_EQ(EditingEvents(log),
-            "UpdateRecordBefore,UserUpdateRecord,MainFieldChange,EditStatusChange,"
-            "SysUpdateRecordAfter,UpdateRecordAfter,RecordPointerChange,RecordPointerChange2");
-}
-
-TEST_F(RecordEditing, MissingRequiredValueIsReportedAndKeepsTheRow) {
   EXPECT_FALSE(rs.NewRecord());
   log.Clear();
   EXPECT_EQ(rs.UpdateRecord(), E_Defeat);
@@ -243,10 +225,18 @@ TEST_F(RecordEditing, MissingRequiredValueIsReportedAndKeepsTheRow) {
   EXPECT_EQ(rs.EditStatus(), E_AddNew);
   rs.Modify("Qty", int32_t{2});
   rs.Modify("Price", 1.0);
+  log.Clear();
   EXPECT_EQ(rs.UpdateRecord(), E_Succeed);
+  EXPECT_EQ(EditingEvents(log),  // the only row: the main field is announced
+            "UpdateRecordBefore,UserUpdateRecord,MainFieldChange,EditStatusChange,"
+            "SysUpdateRecordAfter,UpdateRecordAfter,RecordPointerChange,RecordPointerChange2");
 }
 
-TEST_F(RecordEditing, CancelledSaveAsksNoOneAndALockedOrUneditableRowDiscardsTheEdit) {
+// A save that is cancelled or cannot be made; and the save that an operation
+// runs first fails: the operation gives up with False (UpdateRecord with
+// E_Defeat), the error is shown once, the edit stays.
+TEST_F(RecordEditing, CancelledDiscardedOrFailingSaveKeepsOrDropsTheEditAsItShould) {
+  // A cancelled save asks no one; a locked or uneditable row discards the edit.
   rs.Modify("Name", "Zed");
   client.cancel_update = true;
   EXPECT_EQ(rs.UpdateRecord(), E_Defeat);
@@ -263,19 +253,17 @@ TEST_F(RecordEditing, CancelledSaveAsksNoOneAndALockedOrUneditableRowDiscardsThe
   State().edit_marks[4] = 0;
   EXPECT_EQ(rs.UpdateRecord(), E_Succeed);
   EXPECT_EQ(rs.Rows(), 3);
-}
-
-// The save that an operation runs first fails: the operation gives up with
-// False (UpdateRecord with E_Defeat), the error is shown once, the edit stays.
-TEST_F(RecordEditing, FailingSaveHandlerIsReportedOnceAndKeepsTheEdit) {
   struct Throwing : ClsRecordsetEvents {
     void UserUpdateRecord(Enum_EditRecord&) override { throw std::runtime_error("disk full"); }
   } thrower;
   rs.Advise(&thrower);
   const std::function<bool()> operations[] = {
-      [&] { return rs.UpdateRecord() != E_Defeat; }, [&] { return rs.Modify("Name", "Zed"); },
-      [&] { return rs.DeleteRecord(); },            [&] { return rs.CopyRecord(); },
-      [&] { return rs.NewRecord(); },               [&] { return rs.NewQuery(); },
+      [&] { return rs.UpdateRecord() != E_Defeat; },
+      [&] { return rs.Modify("Name", "Zed"); },
+      [&] { return rs.DeleteRecord(); },
+      [&] { return rs.CopyRecord(); },
+      [&] { return rs.NewRecord(); },
+      [&] { return rs.NewQuery(); },
   };
   for (const auto& operation : operations) {
     Fill({{1, "Ann", 2, 1.5}, {2, "Bo", 3, 2.0}, {3, "Cy", 4, 0.5}});
@@ -289,53 +277,7 @@ TEST_F(RecordEditing, FailingSaveHandlerIsReportedOnceAndKeepsTheEdit) {
   }
 }
 
-// Kept rows go back field by field after fields were added or removed.
-TEST_F(RecordEditing, KeptRowsGoBackFieldByFieldAfterTheFieldsChanged) {
-  State().current_row = 2;
-  rs.DeleteRecord();
-  auto note = rs.Add("Note");
-  EXPECT_TRUE(rs.GetDeleteValue("Note").IsEmpty());
-  EXPECT_FALSE(rs.UndoRecord());
-  EXPECT_EQ(Column(name) + " " + Column(note), "Ann,Bo,Cy ,,");  // Note was never kept
-  rs.Modify("Name", "Zed", 3);
-  rs.Remove("Id");
-  client.answer = E_OtherErr;
-  EXPECT_EQ(rs.UpdateRecord(), E_OtherErr);
-  EXPECT_EQ(Column(name), "Ann,Bo,Cy");
-}
-
-TEST_F(RecordEditing, MainRowIsTheFirstPresentNonZeroValue) {
-  Fill({{1, "a", 1, 1}, {2, "b", 1, 1}, {3, "c", 1, 1}, {4, "d", 1, 1}});
-  const Variant none[] = {Variant(int16_t{0}), Variant::Null(), Variant(), Variant(int32_t{0})};
-  for (int32_t r = 1; r <= 4; ++r) {
-    main->SetValue(none[r - 1], r);
-  }
-  EXPECT_EQ(rs.GetIsMainRow("Main"), 0);
-  main->SetValue(Variant(int16_t{1}), 3);
-  main->SetValue(Variant(int16_t{1}), 4);
-  EXPECT_EQ(rs.GetIsMainRow("Main"), 3);
-  main->SetValue(Variant(true), 2);  // the Boolean True (-1) counts
-  EXPECT_EQ(rs.GetIsMainRow(Variant(int32_t{6})), 2);
-  Fill({});
-  EXPECT_EQ(rs.GetIsMainRow("NoSuchField"), 0);
-  EXPECT_TRUE(capture.shown().empty());
-}
-
-TEST_F(RecordEditing, ValuesBeforeModificationAndDeletion) {
-  EXPECT_TRUE(rs.GetModifyValue("Name").IsEmpty());
-  EXPECT_TRUE(rs.GetDeleteValue("Name").IsEmpty());
-  rs.Modify("Qty", int32_t{7});
-  EXPECT_EQ(rs.GetModifyValue(Variant(int32_t{3})).ToLong(), 2);
-  EXPECT_TRUE(rs.GetModifyValue("NoSuchField").IsEmpty());
-  rs.UpdateRecord();
-  rs.DeleteRecord();
-  EXPECT_EQ(rs.GetDeleteValue("Qty").ToLong(), 7);
-  qty->Col = 42;  // a Col outside the collection finds nothing
-  EXPECT_TRUE(rs.GetDeleteValue("Qty").IsEmpty());
-  EXPECT_TRUE(capture.shown().empty());
-}
-
-TEST_F(RecordEditing, SystemTimeIsCutToWholeSecondsAndToTheDateKind) {
+TEST_F(RecordEditing, SystemTimeIsCutToWholeSecondsAndANewRowTakesItsValuesInOrder) {
   const Date now = rs.GetSysTime();
   EXPECT_GT(now.Value, 43831);  // after 2020-01-01
   EXPECT_NEAR(std::round(now.Value * 86400.0), now.Value * 86400.0, 1e-3);
@@ -357,6 +299,48 @@ TEST_F(RecordEditing, SystemTimeIsCutToWholeSecondsAndToTheDateKind) {
   log.Clear();
   rs.CallUserEvent();
   EXPECT_EQ(log.Joined(), "UserEvent");
+  log.Clear();  // a new row appends an editable row and takes its values in order
+  auto ordered = rs.Add("Ordered");
+  ordered->FieldType = F_Date;
+  ordered->DateType = D_YMD;
+  ordered->DefaultValue = Variant(" toDAY ");
+  price->DefaultValue = Variant(2.5);
+  name->DefaultValue = Variant("new");
+  amount->DefaultValue = Variant(int32_t{99});  // the computed value wins over it
+  EXPECT_FALSE(rs.NewRecord("Qty", int32_t{4}));
+  EXPECT_EQ(log.names[3], "SystemTime");  // asked for the date default, before the status changes
+  EXPECT_EQ(rs.AbsolutePosition(), 4);
+  EXPECT_TRUE(rs.GetEdit(4));
+  EXPECT_FALSE(rs.GetSelectRow(4));
+  EXPECT_EQ(name->GetValue(4), Variant("new"));
+  EXPECT_EQ(ordered->GetValue(4), Variant(Date{37747}));
+  EXPECT_EQ(amount->GetValue(4).ToDouble(), 10);  // computed from the argument
+  EXPECT_EQ(amount->SumValue.ToDouble(), 21);
+  rs.UndoRecord();
+  EXPECT_FALSE(rs.NewRecord("Amount", int32_t{7}));  // the argument beats the computation
+  EXPECT_EQ(amount->GetValue(4).ToLong(), 7);
+}
+
+TEST_F(RecordEditing, MainFieldStoresOneAndItsRowIsTheFirstPresentNonZeroValue) {
+  EXPECT_FALSE(rs.Modify("Main", false));
+  EXPECT_EQ(main->GetValue(1).VarType(), vbInteger);
+  EXPECT_EQ(main->GetValue(1).ToLong(), 1);
+  EXPECT_EQ(EditingEvents(log), "ModifyBefore,MainFieldChange,SysModifyAfter,ModifyAfter");
+  EXPECT_EQ(rs.EditStatus(), E_Default);
+  Fill({{1, "a", 1, 1}, {2, "b", 1, 1}, {3, "c", 1, 1}, {4, "d", 1, 1}});
+  const Variant none[] = {Variant(int16_t{0}), Variant::Null(), Variant(), Variant(int32_t{0})};
+  for (int32_t r = 1; r <= 4; ++r) {
+    main->SetValue(none[r - 1], r);
+  }
+  EXPECT_EQ(rs.GetIsMainRow("Main"), 0);
+  main->SetValue(Variant(int16_t{1}), 3);
+  main->SetValue(Variant(int16_t{1}), 4);
+  EXPECT_EQ(rs.GetIsMainRow("Main"), 3);
+  main->SetValue(Variant(true), 2);  // the Boolean True (-1) counts
+  EXPECT_EQ(rs.GetIsMainRow(Variant(int32_t{6})), 2);
+  Fill({});
+  EXPECT_EQ(rs.GetIsMainRow("NoSuchField"), 0);
+  EXPECT_TRUE(capture.shown().empty());
 }
 
 }  // namespace

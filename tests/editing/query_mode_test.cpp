@@ -1,34 +1,17 @@
 // Query by form: entering query mode, the criteria kept between queries, and
 // the reload of the rows that match.
-#include "editing/items_table.h"
-#include "support/capture_ui.h"
-#include "support/event_log.h"
+#include "recordset/fixtures.h"
 
 namespace varnel::testing {
 namespace {
 
-// Refuses every save, or cancels ExecuteQuery.
-class Refusing : public ClsRecordsetEvents {
- public:
-  void UserUpdateRecord(Enum_EditRecord& Update_Succeed) override { Update_Succeed = E_Defeat; }
-  void ExecuteQueryBefore(bool& Cancel) override { Cancel = true; }
-};
-
-class QueryMode : public ::testing::TestWithParam<TestProvider> {
+class QueryMode : public SourceTest {
  protected:
-  QueryMode()
-      : table({{1, "Ann", 2, 1.5}, {2, "Bo", 3, 2.0}, {3, "Cy", 4, 0.5}, {4, "Di", 5, 1.0}},
-              GetParam()) {
-    table.Load(rs);
-    rs.Advise(&log);
+  QueryMode() {
+    rs.Item("Name")->FieldType = F_Text;
+    Load();
     rs.Item("Name")->QueryValue = "old";
   }
-
-  CaptureScope capture;
-  EventLog log;
-  Refusing refusing;
-  ItemsTable table;
-  ClsRecordset rs;
 };
 
 TEST_P(QueryMode, NewQueryEmptiesTheCriteriaAndExecuteReloadsTheRowsThatMatch) {
@@ -38,8 +21,8 @@ TEST_P(QueryMode, NewQueryEmptiesTheCriteriaAndExecuteReloadsTheRowsThatMatch) {
             "SysNewQueryAfter,NewQueryAfter,RecordPointerChange");
   EXPECT_EQ(rs.EditStatus(), E_Query);
   EXPECT_EQ(rs.Item("Name")->QueryValue, "");
-  EXPECT_FALSE(rs.Modify("Qty", ">=3", 2));
-  EXPECT_EQ(rs.Item("Qty")->GetValue(4), Variant(">=3"));
+  EXPECT_FALSE(rs.Modify("Qty", ">=20", 2));
+  EXPECT_EQ(rs.Item("Qty")->GetValue(3), Variant(">=20"));
   log.Clear();
   EXPECT_FALSE(rs.ExecuteQuery());
   EXPECT_EQ(log.names.front(), "ExecuteQueryBefore");
@@ -48,26 +31,26 @@ TEST_P(QueryMode, NewQueryEmptiesTheCriteriaAndExecuteReloadsTheRowsThatMatch) {
   EXPECT_EQ(tail, (std::vector<std::string>{"SysExecuteQueryAfter", "ExecuteQueryAfter",
                                             "RecordPointerChange"}));
   EXPECT_EQ(rs.EditStatus(), E_Default);
-  EXPECT_EQ(rs.Rows(), 3);
-  EXPECT_EQ(rs.Item("Name")->GetValue(1), Variant("Bo"));
+  EXPECT_EQ(rs.Rows(), 2);
+  EXPECT_EQ(rs.Item("Name")->GetValue(1), Variant("Nut"));
   EXPECT_FALSE(rs.RefineQuery());  // starts from the criteria that produced these rows
-  EXPECT_EQ(rs.Item("Qty")->QueryValue, ">=3");
-  rs.Modify("Name", "Cy");
+  EXPECT_EQ(rs.Item("Qty")->QueryValue, ">=20");
+  rs.Modify("Name", "Washer");
   EXPECT_FALSE(rs.ExecuteQuery());
   EXPECT_EQ(rs.Rows(), 1);
-  EXPECT_TRUE(capture.shown().empty());
+  EXPECT_TRUE(ui.shown().empty());
 }
 
-TEST_P(QueryMode, UnbuildableConditionKeepsQueryModeAndCancelRestoresTheSavedCriteria) {
+TEST_P(QueryMode, UnbuildableOrCancelledExecutionKeepsQueryModeAndCancelRestoresTheCriteria) {
   log.Clear();
   EXPECT_FALSE(rs.CancelQuery());  // outside query mode: nothing
   EXPECT_EQ(log.Joined(), "");
   rs.NewQuery();
   rs.Modify("Qty", ">=many");
   EXPECT_TRUE(rs.ExecuteQuery());
-  EXPECT_EQ(capture.shown().size(), 1u);
+  EXPECT_EQ(ui.shown().size(), 1u);
   EXPECT_EQ(rs.EditStatus(), E_Query);
-  EXPECT_EQ(rs.Rows(), 4);
+  EXPECT_EQ(rs.Rows(), 3);
   log.Clear();
   EXPECT_FALSE(rs.CancelQuery());
   EXPECT_EQ(log.Joined(),
@@ -75,7 +58,7 @@ TEST_P(QueryMode, UnbuildableConditionKeepsQueryModeAndCancelRestoresTheSavedCri
             "RecordPointerChange");
   EXPECT_EQ(rs.Item("Name")->QueryValue + "|" + rs.Item("Qty")->QueryValue, "old|");
   rs.NewQuery();
-  rs.Modify("Qty", ">=3");
+  rs.Modify("Qty", ">=20");
   log.Clear();
   EXPECT_FALSE(rs.ClearQuery());
   EXPECT_EQ(log.names.front(), "CancelQueryBefore");
@@ -83,15 +66,14 @@ TEST_P(QueryMode, UnbuildableConditionKeepsQueryModeAndCancelRestoresTheSavedCri
   for (const auto& field : rs) {
     EXPECT_EQ(field->QueryValue, "");
   }
-}
-
-TEST_P(QueryMode, CancelledExecuteDropsTheSavedCriteriaAndAnUnsavedEditKeepsQueryModeOut) {
-  rs.Advise(&refusing);
+  // A cancelled execution drops the saved criteria; an unsaved edit keeps query mode out.
+  client.answer = E_Defeat;
+  client.cancel_execute = true;
   rs.NewQuery();
   EXPECT_FALSE(rs.ExecuteQuery());
   EXPECT_EQ(rs.EditStatus(), E_Query);
   EXPECT_TRUE(rs.CancelQuery());  // nothing saved to give back: reported
-  EXPECT_EQ(capture.shown().size(), 1u);
+  EXPECT_EQ(ui.shown().size(), 2u);
   EXPECT_EQ(rs.EditStatus(), E_Query);
   rs.EditStatus(E_Default);
   rs.Item("Name")->QueryValue = "old";

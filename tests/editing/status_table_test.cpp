@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <iterator>
 
-#include "editing/order_screen.h"
 #include "recordset/edit_state.h"
+#include "recordset/fixtures.h"
 
 namespace varnel::testing {
 namespace {

@@ -1,12 +1,16 @@
 // A sink that records the change events with their arguments, for example
-// "ValueChange(2,1)" or "ValueQueryChange(Qty)".
+// "ValueChange(2,1)" or "ValueQueryChange(Qty)", and a recordset of three rows
+// with the fields Qty and Price that reports to it.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
+#include <memory>
 #include <string>
 #include <vector>
 
-#include "varnel/events.h"
+#include "varnel/varnel.h"
 
 namespace varnel::testing {
 
@@ -29,6 +33,20 @@ class ChangeSink : public ClsRecordsetEvents {
     events.push_back(std::string(name) + "(" + std::to_string(row) + "," + std::to_string(col) +
                      ")");
   }
+};
+
+class ChangeTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    qty = rs.Add("Qty");
+    price = rs.Add("Price");
+    rs.Rows(3);
+    rs.Advise(&sink);
+  }
+
+  ClsRecordset rs;
+  ChangeSink sink;
+  std::shared_ptr<ClsFields> qty, price;
 };
 
 }  // namespace varnel::testing

@@ -9,15 +9,8 @@
 namespace varnel {
 namespace {
 
-class Propagation : public ::testing::Test {
+class Propagation : public testing::ChangeTest {
  protected:
-  void SetUp() override {
-    qty = rs.Add("Qty");
-    price = rs.Add("Price");
-    rs.Rows(2);
-    rs.Advise(&sink);
-  }
-
   std::shared_ptr<ClsFields> Computed(const std::string& name, const std::string& expression) {
     std::shared_ptr<ClsFields> field = rs.Add(name);
     field->ComputeString = expression;
@@ -27,10 +20,6 @@ class Propagation : public ::testing::Test {
   int ChangesOf(const ClsFields& field) const {
     return sink.Count("ValueChange(1," + std::to_string(field.Col) + ")");
   }
-
-  ClsRecordset rs;
-  testing::ChangeSink sink;
-  std::shared_ptr<ClsFields> qty, price;
 };
 
 TEST_F(Propagation, ComputedFieldsFollowTheirRowOnceEvenWhenReferringToEachOther) {

@@ -14,20 +14,15 @@ namespace {
 
 using Events = std::vector<std::string>;
 
-class ValueStore : public ::testing::Test {
+class ValueStore : public testing::ChangeTest {
  protected:
   void SetUp() override {
-    qty = rs.Add("Qty");
-    price = rs.Add("Price");
+    ChangeTest::SetUp();
     sign = rs.Add("Sign");
     price->SymbolName = "Sign";
-    rs.Rows(3);
-    rs.Advise(&sink);
   }
 
-  ClsRecordset rs;
-  testing::ChangeSink sink;
-  std::shared_ptr<ClsFields> qty, price, sign;
+  std::shared_ptr<ClsFields> sign;
 };
 
 TEST_F(ValueStore, OnlyARealChangeIsStoredAndAnnounced) {
@@ -130,27 +125,23 @@ TEST_F(ValueStore, QueryModeWritesTheQueryTextWhateverTheRow) {
   EXPECT_EQ(qty->GetValue(2), Variant(int32_t{7}));  // row values untouched
 }
 
-TEST(FieldValues, ResizingAndQueryValuesByName) {
-  ClsRecordset rs;
-  auto f = rs.Add("Qty");
-  const auto& values = internal::FieldAccess::Values(*f);
-  internal::ResetValues(*f, 2);
+TEST_F(ValueStore, ResizingAndQueryValuesByName) {
+  const auto& values = internal::FieldAccess::Values(*qty);
+  internal::ResetValues(*qty, 2);
   ASSERT_EQ(values.size(), 3u);
   EXPECT_TRUE(values[0].IsNull() && values[2].IsNull());
-  internal::ResizeValues(*f, 4);
+  internal::ResizeValues(*qty, 4);
   EXPECT_TRUE(values[2].IsNull() && values[4].IsEmpty());
-  internal::ResizeValues(*f, 1);
+  internal::ResizeValues(*qty, 1);
   EXPECT_EQ(values.size(), 2u);
-  internal::ResetValues(*f, 0);
+  internal::ResetValues(*qty, 0);
   EXPECT_TRUE(values.empty());
-  EXPECT_THROW(internal::ResetValues(*f, -1), VbError);
-  EXPECT_THROW(internal::ResizeValues(*f, -1), VbError);
-  testing::ChangeSink sink;
-  rs.Advise(&sink);
+  EXPECT_THROW(internal::ResetValues(*qty, -1), VbError);
+  EXPECT_THROW(internal::ResizeValues(*qty, -1), VbError);
   auto& state = internal::RecordsetAccess::State(rs);
   internal::SetFieldQueryValue(state, "QTY", ">1");
   internal::SetFieldQueryValue(state, "Nowhere", "x");
-  EXPECT_EQ(f->QueryValue, ">1");
+  EXPECT_EQ(qty->QueryValue, ">1");
   EXPECT_EQ(internal::GetFieldQueryValue(state, "qty"), ">1");
   EXPECT_EQ(internal::GetFieldQueryValue(state, "Nowhere"), "");
   EXPECT_EQ(sink.events, (Events{"ValueQueryChange(Qty)"}));

@@ -6,15 +6,14 @@
 #include <memory>
 #include <string>
 #include <thread>
+#include <tuple>
 
 #include "support/capture_ui.h"
-#include "support/test_database.h"
 #include "varnel/varnel.h"
+#include "writer/writer_fixture.h"
 
 namespace varnel {
 namespace {
-
-using testing::TestProvider;
 
 std::string Describe(const ErrorInfo& e) {
   return "kind " + std::to_string(e.Kind) + ", number " + std::to_string(e.Number) +
@@ -22,127 +21,98 @@ std::string Describe(const ErrorInfo& e) {
          e.Description + "'";
 }
 
-// Items(Id, Name NOT NULL, Qty, Price) with two rows, loaded into a recordset
-// with a computed Each = Price/Qty and a TableWriter saving by Id.
-class LastErrorTest : public ::testing::TestWithParam<TestProvider> {
+// The writer suites' Items, loaded, with Name required and a computed
+// Each = Id/Qty; a TableWriter saves by Id.
+class LastErrorTest : public testing::WriterTest {
  protected:
   void SetUp() override {
-    other_ = std::make_shared<db::Connection>();
-    other_->Open(db_.ConnectionString());
-    other_->Execute(
-        "CREATE TABLE Items (\"Id\" INTEGER PRIMARY KEY, \"Name\" VARCHAR(20) NOT NULL,"
-        " \"Qty\" INTEGER, \"Price\" FLOAT)");
-    other_->Execute("INSERT INTO Items VALUES (1, 'bolt', 10, 2.5), (2, 'nut', 20, 0.5)");
-    rs_.ConnectString = db_.ConnectionString();
-    rs_.TableName = "Items";
-    rs_.UserOpenMode = U_Auto;
-    rs_.OrderByField1 = "[Id]";
-    for (const char* name : {"Id", "Name", "Qty", "Price"}) {
-      auto field = rs_.Add(name);
-      field->FieldType = std::string(name) == "Name" ? F_Text : F_Numeral;
-      field->NumType = std::string(name) == "Price" ? N_Float : N_Integer;
-      field->IsData = field->SaveToDB = field->Edit = true;
-      field->EnableNull = std::string(name) != "Name";
-    }
+    WriterTest::SetUp();
+    Load();
+    rs_.Item("Name")->EnableNull = false;
     auto each = rs_.Add("Each");
     each->FieldType = F_Numeral;
     each->NumType = N_Float;
-    each->ComputeString = "Price/Qty";
+    each->ComputeString = "Id/Qty";
     each->EnableNull = true;
     each->IsData = false;
   }
-
-  testing::TestDatabase db_{GetParam()};
-  testing::CaptureScope capture_;
-  std::shared_ptr<db::Connection> other_;
-  ClsRecordset rs_;
-};
-
-struct Case {
-  const char* what;
-  // Runs on the loaded recordset; returns the operation's failure result (true = failed).
-  std::function<bool(ClsRecordset&, db::Connection& other)> fails;
-  ErrorInfo expected;  // Description: a part of it
 };
 
 TEST_P(LastErrorTest, EachSubsystemTellsWhatFailedAndTheNextSuccessClearsIt) {
   struct Canceller : ClsRecordsetEvents {
     void ModifyBefore(const std::string&, const Variant&, bool& Cancel) override { Cancel = true; }
   };
-  const Case cases[] = {
+  // What fails, the operation that fails (true = it failed), and what the last
+  // error says then (Description: a part of it).
+  const std::tuple<const char*, std::function<bool()>, ErrorInfo> cases[] = {
       {"fields: a name already in the collection",
-       [](ClsRecordset& rs, db::Connection&) { return rs.Add("Qty") == nullptr; },
+       [&] { return rs_.Add("Qty") == nullptr; },
        {K_Error, Err_DuplicateKey, "already associated", "Add", ""}},
       {"fields: a value of the wrong type",
-       [](ClsRecordset& rs, db::Connection&) {
+       [&] {
          Variant value("many");
-         return rs.FormatValue("Qty", value);
+         return rs_.FormatValue("Qty", value);
        },
        {K_Error, Err_TypeMismatch, "Type Mismatch", "FormatValue", "Qty"}},
       {"editing: a required field left empty",
-       [](ClsRecordset& rs, db::Connection&) {
-         return rs.NewRecord() || rs.UpdateRecord() != E_Succeed;
-       },
+       [&] { return rs_.NewRecord() || rs_.UpdateRecord() != E_Succeed; },
        {K_Error, Err_InvalidUseOfNull, "'Name'", "UpdateRecord", "Name"}},
       {"editing: a read-only field",
-       [](ClsRecordset& rs, db::Connection&) {
-         rs.Item("Price")->Edit = false;
-         return rs.Modify("Price", 3.0);
+       [&] {
+         rs_.Item("Note")->Edit = false;
+         return rs_.Modify("Note", "z");
        },
-       {K_Notice, 0, "read only", "Modify", "Price"}},
+       {K_Notice, 0, "read only", "Modify", "Note"}},
       {"editing: a handler cancels",
-       [](ClsRecordset& rs, db::Connection&) {
+       [&] {
          Canceller canceller;
-         const int32_t cookie = rs.Advise(&canceller);
-         const bool failed = rs.Modify("Qty", int32_t{3});
-         rs.Unadvise(cookie);
+         const int32_t cookie = rs_.Advise(&canceller);
+         const bool failed = rs_.Modify("Qty", int32_t{3});
+         rs_.Unadvise(cookie);
          return failed;
        },
        {K_Cancelled, 0, "ModifyBefore", "Modify", "Qty"}},
       {"compute: a computed field divides by zero",
-       [](ClsRecordset& rs, db::Connection&) {
-         rs.Item("Qty")->SetValue(int32_t{0}, 1);
-         return rs.Item("Each")->GetValue(1).IsEmpty();
+       [&] {
+         rs_.Item("Qty")->SetValue(int32_t{0}, 1);
+         return rs_.Item("Each")->GetValue(1).IsEmpty();
        },
        {K_Error, 0, "Division by zero", "SetValue", "Qty"}},
       {"query: a criterion that is not a number",
-       [](ClsRecordset& rs, db::Connection&) {
-         return rs.NewQuery() || rs.Modify("Qty", ">=lots") || rs.ExecuteQuery();
-       },
+       [&] { return rs_.NewQuery() || rs_.Modify("Qty", ">=lots") || rs_.ExecuteQuery(); },
        {K_Error, Err_InvalidUseOfNull, "can not be null", "GetCondition", ""}},
       {"recordset load: a condition the database refuses",
-       [](ClsRecordset& rs, db::Connection&) {
-         rs.DefaultCondition = "[NoSuchColumn] = 1";
-         return rs.InitDataSource();
+       [&] {
+         rs_.DefaultCondition = "[NoSuchColumn] = 1";
+         return rs_.InitDataSource();
        },
        {K_Error, Err_Provider, "", "InitDataSource", ""}},
       {"writer: the row was changed by someone else",
-       [](ClsRecordset& rs, db::Connection& other) {
-         other.Execute("UPDATE Items SET [Qty] = 11 WHERE [Id] = 1");
-         return rs.MoveFirst() || rs.Modify("Qty", int32_t{12}) || rs.UpdateRecord() != E_Succeed;
+       [&] {
+         other_->Execute("UPDATE Items SET [Qty] = 11 WHERE [Id] = 1");
+         return rs_.MoveFirst() || rs_.Modify("Qty", int32_t{12}) ||
+                rs_.UpdateRecord() != E_Succeed;
        },
        {K_Error, Err_RowNotLocated, "", "UpdateRecord", ""}},
   };
-  ASSERT_FALSE(rs_.InitDataSource());
   TableWriter writer(rs_);
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.what);
+  for (const auto& [what, fails, expected] : cases) {
+    SCOPED_TRACE(what);
     ASSERT_FALSE(rs_.InitDataSource());
     EXPECT_EQ(LastError().Kind, K_None) << "a load that succeeded clears it";
-    EXPECT_TRUE(c.fails(rs_, *other_));
+    EXPECT_TRUE(fails());
     const ErrorInfo& e = LastError();
-    EXPECT_EQ(e.Kind, c.expected.Kind) << Describe(e);
-    EXPECT_EQ(e.Number, c.expected.Number) << Describe(e);
-    EXPECT_NE(e.Description.find(c.expected.Description), std::string::npos) << Describe(e);
-    EXPECT_EQ(e.Operation, c.expected.Operation) << Describe(e);
-    EXPECT_EQ(e.Field, c.expected.Field) << Describe(e);
+    EXPECT_EQ(std::tie(e.Kind, e.Number, e.Operation, e.Field),
+              std::tie(expected.Kind, expected.Number, expected.Operation, expected.Field))
+        << Describe(e);
+    EXPECT_NE(e.Description.find(expected.Description), std::string::npos) << Describe(e);
     if (rs_.EditStatus() == E_Query) {
       rs_.CancelQuery();
     } else if (rs_.EditStatus() != E_Default) {
       rs_.UndoRecord();
     }
     rs_.DefaultCondition = "";
-    rs_.Item("Price")->Edit = true;
+    rs_.Item("Note")->Edit = true;
     rs_.Item("Qty")->QueryValue = "";
     other_->Execute("UPDATE Items SET [Qty] = 10 WHERE [Id] = 1");
   }
@@ -162,16 +132,33 @@ TEST(LastError, MessageProceduresRecordWhatTheyShowAndEveryNumberHasItsDescripti
   EXPECT_EQ(Describe(LastError()), Describe({K_Notice, 0, "note", "", ""}));
   MsgBox("a box of the program's own");
   EXPECT_EQ(LastError().Kind, K_Notice) << "the program's own message boxes are not errors";
-  for (const int32_t number :
-       {Err_InvalidCall, Err_Overflow, Err_SubscriptOutOfRange, Err_DivisionByZero,
-        Err_TypeMismatch, Err_ObjectNotSet, Err_InvalidUseOfNull, Err_DuplicateKey,
-        Err_NoCurrentRecord, Err_BadArguments, Err_BofOrEof, Err_ItemNotFound, Err_ObjectClosed,
-        Err_ObjectOpen, Err_ProviderNotFound, Err_RowNotLocated, Err_Provider}) {
-    EXPECT_NE(ErrorDescription(number), ErrorDescription(1)) << number;
+  // Every number the library raises has its own standard description (12345:
+  // the generic one), the same raised as looked up.
+  const std::pair<int32_t, const char*> described[] = {
+      {Err_InvalidCall, "Invalid procedure call or argument"},
+      {Err_Overflow, "Overflow"},
+      {Err_SubscriptOutOfRange, "Subscript out of range"},
+      {Err_DivisionByZero, "Division by zero"},
+      {Err_TypeMismatch, "Type mismatch"},
+      {Err_ObjectNotSet, "Object variable or With block variable not set"},
+      {Err_InvalidUseOfNull, "Invalid use of Null"},
+      {12345, "Application-defined or object-defined error"}};
+  for (const auto& [number, description] : described) {
+    EXPECT_EQ(ErrorDescription(number), description) << number;
+  }
+  for (const int32_t number : std::initializer_list<int32_t>{
+           12345, Err_InvalidCall, Err_Overflow, Err_SubscriptOutOfRange, Err_DivisionByZero,
+           Err_TypeMismatch, Err_ObjectNotSet, Err_InvalidUseOfNull, Err_DuplicateKey,
+           Err_NoCurrentRecord, Err_BadArguments, Err_BofOrEof, Err_ItemNotFound, Err_ObjectClosed,
+           Err_ObjectOpen, Err_ProviderNotFound, Err_RowNotLocated, Err_Provider}) {
+    EXPECT_TRUE(number == 12345 || ErrorDescription(number) != ErrorDescription(1)) << number;
     try {
       RaiseError(number);
+      ADD_FAILURE() << number << ": no error raised";
     } catch (const VbError& e) {
+      EXPECT_EQ(e.Number(), number);
       EXPECT_EQ(e.Description(), ErrorDescription(number)) << number;
+      EXPECT_STREQ(e.what(), ErrorDescription(number).c_str()) << number;
     }
   }
 }

@@ -8,7 +8,7 @@
 #include <functional>
 #include <string>
 
-#include "editing/order_screen.h"
+#include "recordset/fixtures.h"
 
 namespace varnel::testing {
 namespace {

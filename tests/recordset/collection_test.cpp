@@ -15,7 +15,7 @@ std::string NamesOf(const ClsRecordset& rs) {
   return names;
 }
 
-TEST(FieldCollection, ItemByNameInAnyCaseOrByPosition) {
+TEST(FieldCollection, ItemByNameInAnyCaseOrByPositionAndWhatAddSets) {
   ClsRecordset rs;
   auto a = rs.Add("Amount");
   auto b = rs.Add("Price");
@@ -35,11 +35,8 @@ TEST(FieldCollection, ItemByNameInAnyCaseOrByPosition) {
   a->Name = "Total";  // the key stays the name given to Add
   EXPECT_EQ(rs.Item("Amount"), a);
   EXPECT_EQ(rs.Item("Total"), nullptr);
-}
-
-TEST(FieldCollection, NamedFieldTakesAddsSettingsAndAnUnnamedOneTheTypeDefaults) {
-  ClsRecordset rs;
-  auto named = rs.Add("Qty");
+  // A named field takes Add's settings, an unnamed one the type defaults.
+  auto named = rs.Add("Qty");  // the third field
   auto unnamed = rs.Add();
   EXPECT_TRUE(named->IsData && named->Edit && named->EnableNull);
   EXPECT_FALSE(named->IsSum || named->Copy);
@@ -48,41 +45,38 @@ TEST(FieldCollection, NamedFieldTakesAddsSettingsAndAnUnnamedOneTheTypeDefaults)
     EXPECT_TRUE(v->IsNull());
   }
   EXPECT_EQ(named->FieldType, F_Other);
-  EXPECT_EQ(rs.Item(int32_t{2}), unnamed);
+  EXPECT_EQ(rs.Item(int32_t{4}), unnamed);
   EXPECT_FALSE(unnamed->IsData || unnamed->Edit || unnamed->EnableNull);
   EXPECT_TRUE(unnamed->DefaultValue.IsEmpty() && unnamed->SumValue.IsEmpty());
   unnamed->Name = "Later";  // added without a name: reachable by position only
   EXPECT_EQ(rs.Item("Later"), nullptr);
 }
 
-TEST(FieldCollection, RemoveKeepsColOfLaterFieldsAndRefusesDuplicatesAndUnknowns) {
-  ClsRecordset rs;
-  testing::CaptureScope capture;
-  auto a = rs.Add("A");
-  rs.Add("B");
-  EXPECT_EQ(rs.Add("b"), nullptr);
-  ASSERT_EQ(capture.shown().size(), 1u);
-  EXPECT_NE(capture.shown()[0].title.find("457"), std::string::npos);
-  EXPECT_TRUE(rs.Remove("Z"));  // quietly
-  EXPECT_TRUE(rs.Remove(int32_t{5}));
-  EXPECT_EQ(capture.shown().size(), 1u);
-  EXPECT_FALSE(rs.Remove("a"));
-  EXPECT_EQ(a->Parent, nullptr);
-  EXPECT_EQ(rs.Add("C")->Col, 2);  // Count + 1
-  EXPECT_EQ(NamesOf(rs), "B2,C2");
-  EXPECT_FALSE(rs.Remove(int32_t{2}));
-  EXPECT_EQ(NamesOf(rs), "B2");
-  EXPECT_FALSE(rs.Clear());
-  EXPECT_EQ(rs.Count(), 0);
-  EXPECT_EQ(rs.begin(), rs.end());
-  EXPECT_EQ(rs.Add("D")->Col, 1);
-}
-
-TEST(FieldCollection, FieldsFollowTheRowsAndOutliveTheRecordset) {
+// Remove keeps the Col of later fields and refuses duplicates and unknowns;
+// fields follow the rows and outlive the recordset.
+TEST(FieldCollection, RemoveClearAndFieldsThatFollowTheRowsAndOutliveTheRecordset) {
   std::shared_ptr<ClsFields> kept;
   {
     ClsRecordset rs;
-    rs.Add("A");
+    testing::CaptureScope capture;
+    auto a = rs.Add("A");
+    rs.Add("B");
+    EXPECT_EQ(rs.Add("b"), nullptr);
+    ASSERT_EQ(capture.shown().size(), 1u);
+    EXPECT_NE(capture.shown()[0].title.find("457"), std::string::npos);
+    EXPECT_TRUE(rs.Remove("Z"));  // quietly
+    EXPECT_TRUE(rs.Remove(int32_t{5}));
+    EXPECT_EQ(capture.shown().size(), 1u);
+    EXPECT_FALSE(rs.Remove("a"));
+    EXPECT_EQ(a->Parent, nullptr);
+    EXPECT_EQ(rs.Add("C")->Col, 2);  // Count + 1
+    EXPECT_EQ(NamesOf(rs), "B2,C2");
+    EXPECT_FALSE(rs.Remove(int32_t{2}));
+    EXPECT_EQ(NamesOf(rs), "B2");
+    EXPECT_FALSE(rs.Clear());
+    EXPECT_EQ(rs.Count(), 0);
+    EXPECT_EQ(rs.begin(), rs.end());
+    EXPECT_EQ(rs.Add("D")->Col, 1);
     rs.Rows(5);
     kept = rs.Add("Late");  // added to a loaded recordset: has every row
     EXPECT_TRUE(kept->GetValue(5).IsEmpty());

@@ -1,7 +1,7 @@
 // Building the field collection from a field-information table.
 #include <cmath>
 
-#include "source_fixture.h"
+#include "recordset/fixtures.h"
 
 namespace varnel::testing {
 namespace {
@@ -41,7 +41,7 @@ class FieldInformation : public SourceTest {
   std::shared_ptr<db::Recordset> source;
 };
 
-TEST_P(FieldInformation, ViewRowsBecomeFieldsWithTheirSettings) {
+TEST_P(FieldInformation, ViewRowsBecomeFieldsWithTheirSettingsAndBadOnesAreReported) {
   EXPECT_FALSE(rs.ReadFieldsInformation(source, "orders"));
   ASSERT_EQ(rs.Count(), 3);
   EXPECT_EQ(rs.TableName, "Items");
@@ -65,6 +65,18 @@ TEST_P(FieldInformation, ViewRowsBecomeFieldsWithTheirSettings) {
   EXPECT_EQ(made->DateType, D_YMD);
   EXPECT_EQ(made->InputMax, Variant(CDate(Variant("2003-12-31"))));
   EXPECT_EQ(made->DefaultValue, Variant(CDate(Variant("2003-05-06"))));
+
+  // A Null FieldObject or a missing column ends the reading with a report.
+  const int32_t count = rs.Count();
+  EXPECT_TRUE(rs.ReadFieldsInformation(source, "other"));  // its FieldObject is Null
+  EXPECT_EQ(ui.shown().back().title, "Error:94");
+  EXPECT_EQ(rs.Count(), count);
+  Execute({"CREATE TABLE Thin (\"ViewName\" TEXT, \"Name\" TEXT)",
+           "INSERT INTO Thin VALUES ('orders', 'Qty')"});
+  auto thin = std::make_shared<db::Recordset>();
+  thin->Open("Thin", source->ActiveConnection());
+  EXPECT_TRUE(rs.ReadFieldsInformation(thin, "orders"));
+  EXPECT_EQ(ui.shown().back().kind, ShownMessage::Error);
 
   SetThreadUILanguage(2052);  // the other condition narrows, the language picks the name
   EXPECT_FALSE(rs.ReadFieldsInformation(source, "orders", "FieldType = 5"));
@@ -93,19 +105,6 @@ TEST_P(FieldInformation, ZerosAreKeptAndTodayFillsTheCurrentDate) {
   const Date after{std::floor(rs.GetSysTime().Value)};
   const Variant filled = made->GetValue(rs.Rows());
   EXPECT_TRUE(filled == Variant(before) || filled == Variant(after)) << filled.TypeName();
-}
-
-TEST_P(FieldInformation, MissingColumnOrNullObjectEndsTheReadingWithAReport) {
-  const int32_t count = rs.Count();
-  EXPECT_TRUE(rs.ReadFieldsInformation(source, "other"));  // its FieldObject is Null
-  EXPECT_EQ(ui.shown().back().title, "Error:94");
-  EXPECT_EQ(rs.Count(), count);
-  Execute({"CREATE TABLE Thin (\"ViewName\" TEXT, \"Name\" TEXT)",
-           "INSERT INTO Thin VALUES ('orders', 'Qty')"});
-  auto thin = std::make_shared<db::Recordset>();
-  thin->Open("Thin", source->ActiveConnection());
-  EXPECT_TRUE(rs.ReadFieldsInformation(thin, "orders"));
-  EXPECT_EQ(ui.shown().back().kind, ShownMessage::Error);
 }
 
 VARNEL_ON_EVERY_PROVIDER(FieldInformation);

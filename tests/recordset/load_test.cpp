@@ -1,7 +1,7 @@
 // Loading a recordset from a database: the copy, the events of both open modes,
 // the date cut, computed and auto-coded fields, and the failures.
+#include "recordset/fixtures.h"
 #include "recordset/recordset_state.h"
-#include "source_fixture.h"
 
 namespace varnel::testing {
 namespace {
@@ -9,16 +9,7 @@ namespace {
 using DataSourceLoad = SourceTest;
 constexpr const char* kLoaded = "SysDataSourceInit,DataSourceInit,RecordPointerChange";
 
-// Shows the query of the user mode.
-class Watcher : public ClsRecordsetEvents {
- public:
-  void DataSourceInitUser(const std::string& condition, const std::string& order) override {
-    seen = condition + "|" + order;
-  }
-  std::string seen;
-};
-
-TEST_P(DataSourceLoad, AutoModeCopiesEveryRowComputesAndReleasesTheDatabase) {
+TEST_P(DataSourceLoad, AutoModeCopiesEveryRowCutsDatesComputesAndReleasesTheDatabase) {
   auto seq = rs.Add("Seq");
   seq->IsData = false;
   seq->FieldType = F_AutoCoding;
@@ -27,8 +18,13 @@ TEST_P(DataSourceLoad, AutoModeCopiesEveryRowComputesAndReleasesTheDatabase) {
   amount->FieldType = F_Numeral;
   amount->ComputeString = "Qty*Price";
   amount->IsSum = rs.Item("Qty")->IsSum = true;
+  rs.Add("Colour");  // no such column: named, and the other fields load
   EXPECT_FALSE(rs.InitDataSource());
   EXPECT_EQ(log.Joined(), kLoaded);
+  ASSERT_EQ(ui.shown().size(), 1u);
+  EXPECT_EQ(ui.shown()[0].caption, "");
+  EXPECT_EQ(ui.LastText(), "'Colour' doesn't be found.\nId\nName\nQty\nPrice\nMade\nDone");
+  EXPECT_TRUE(rs.Item("Colour")->GetValue(2).IsNull());
   EXPECT_EQ(rs.Rows(), 3);
   EXPECT_EQ(rs.AbsolutePosition(), 1);
   EXPECT_EQ(rs.Item("Name")->GetValue(2), Variant("Nut"));
@@ -44,54 +40,7 @@ TEST_P(DataSourceLoad, AutoModeCopiesEveryRowComputesAndReleasesTheDatabase) {
   EXPECT_EQ(amount->GetValue(2).ToDouble(), 5.0);
   EXPECT_EQ(rs.Item("Qty")->SumValue.ToDouble(), 60.0);
   EXPECT_EQ(amount->SumValue.ToDouble(), 20.0);
-}
-
-TEST_P(DataSourceLoad, UserModeShowsTheQueryAndReusesTheOpenRecordset) {
-  Watcher user;
-  rs.Advise(&user);
-  rs.UserOpenMode = U_User;
-  rs.DefaultCondition = "[Qty]>10";
-  rs.OrderByField1 = "[Id]";
-  rs.OrderByAscending1 = Descending;
-  EXPECT_FALSE(rs.InitDataSource());
-  EXPECT_EQ(log.Joined(), std::string("DataSourceInitUser,") + kLoaded);
-  EXPECT_EQ(user.seen, "[Qty]>10|[Id] Desc");
-  EXPECT_EQ(rs.Rows(), 2);
-  EXPECT_EQ(rs.Item("Id")->GetValue(1).ToLong(), 3);
-  ASSERT_NE(rs.SFRecordset, nullptr);
-  EXPECT_EQ(rs.SFRecordset->State(), 1);
-  Execute({"INSERT INTO Items ([Id], [Qty]) VALUES (4, 40)"});
-  rs.DefaultCondition = "[Qty]>100";  // no effect while the recordset stays open
-  log.Clear();
-  EXPECT_FALSE(rs.RefreshDataSource());
-  EXPECT_EQ(log.Joined(),
-            "DataSourceRefreshUser,SysDataSourceRefresh,DataSourceRefresh,RecordPointerChange");
-  EXPECT_EQ(rs.Rows(), 3);
-}
-
-TEST_P(DataSourceLoad, InitInQueryModeRestoresTheSavedCriteriaFirst) {
-  rs.Item("Name")->FieldType = F_Text;
-  rs.Item("Name")->QueryValue = "Bolt";
-  Load();
-  ASSERT_FALSE(rs.NewQuery());
-  rs.Item("Name")->QueryValue = "Nut";
-  EXPECT_FALSE(rs.InitDataSource());
-  EXPECT_EQ(rs.EditStatus(), E_Default);
-  EXPECT_EQ(rs.Item("Name")->QueryValue, "Bolt");
-  EXPECT_EQ(rs.Rows(), 1);
-}
-
-TEST_P(DataSourceLoad, EmptyTableLeavesNoRows) {
-  Execute({"DELETE FROM Items"});
-  rs.Item("Qty")->IsSum = true;
-  EXPECT_FALSE(rs.InitDataSource());
-  EXPECT_EQ(rs.Rows(), 0);
-  EXPECT_EQ(rs.AbsolutePosition(), 0);
-  EXPECT_EQ(internal::RecordsetAccess::State(rs).edit_marks.size(), 1u);
-  EXPECT_EQ(log.Joined(), kLoaded);
-}
-
-TEST_P(DataSourceLoad, DatesKeepOnlyWhatTheirDateTypeShows) {
+  // Dates keep only what their DateType shows.
   const std::pair<Enum_DateType, const char*> cases[] = {
       {D_YMDHNS, "2003-05-06 14:30:15"}, {D_YMDHN, "2003-05-06 14:30:00"},
       {D_YMD, "2003-05-06 00:00:00"},    {D_HNS, "1899-12-30 14:30:15"},
@@ -105,25 +54,63 @@ TEST_P(DataSourceLoad, DatesKeepOnlyWhatTheirDateTypeShows) {
   }
 }
 
-TEST_P(DataSourceLoad, MissingColumnIsNamedAndTheOtherFieldsLoad) {
-  rs.Add("Colour");
+TEST_P(DataSourceLoad, UserModeShowsTheQueryReusesTheOpenRecordsetAndCloseForgetsIt) {
+  rs.UserOpenMode = U_User;
+  rs.DefaultCondition = "[Qty]>10";
+  rs.OrderByField1 = "[Id]";
+  rs.OrderByAscending1 = Descending;
   EXPECT_FALSE(rs.InitDataSource());
-  ASSERT_EQ(ui.shown().size(), 1u);
-  EXPECT_EQ(ui.shown()[0].caption, "");
-  EXPECT_EQ(ui.LastText(), "'Colour' doesn't be found.\nId\nName\nQty\nPrice\nMade\nDone");
-  EXPECT_TRUE(rs.Item("Colour")->GetValue(2).IsNull());
-  EXPECT_EQ(rs.Item("Name")->GetValue(2), Variant("Nut"));
+  EXPECT_EQ(log.Joined(), std::string("DataSourceInitUser,") + kLoaded);
+  EXPECT_EQ(client.user_query, "[Qty]>10|[Id] Desc");
+  EXPECT_EQ(rs.Rows(), 2);
+  EXPECT_EQ(rs.Item("Id")->GetValue(1).ToLong(), 3);
+  ASSERT_NE(rs.SFRecordset, nullptr);
+  EXPECT_EQ(rs.SFRecordset->State(), 1);
+  Execute({"INSERT INTO Items ([Id], [Qty]) VALUES (4, 40)"});
+  rs.DefaultCondition = "[Qty]>100";  // no effect while the recordset stays open
+  log.Clear();
+  EXPECT_FALSE(rs.RefreshDataSource());
+  EXPECT_EQ(log.Joined(),
+            "DataSourceRefreshUser,SysDataSourceRefresh,DataSourceRefresh,RecordPointerChange");
+  EXPECT_EQ(rs.Rows(), 3);
+  rs.Tag = "screen";  // closing forgets the configuration but keeps the values
+  rs.SysSetMutliSelectRows(true, 2, Ctrl);
+  const std::shared_ptr<db::Connection> connection = rs.SFConnection;
+  log.Clear();
+  EXPECT_FALSE(rs.CloseDataSource());
+  EXPECT_EQ(log.Joined(), "");
+  EXPECT_EQ(connection->State(), 1);  // dropped, not closed
+  EXPECT_EQ(rs.SFConnection, nullptr);
+  EXPECT_EQ(rs.SFRecordset, nullptr);
+  EXPECT_EQ(rs.ConnectString + rs.TableName + rs.DefaultCondition + rs.OrderByField1 + rs.Tag, "");
+  EXPECT_EQ(rs.OrderByAscending1, Ascending);
+  EXPECT_EQ(rs.SelectState(), S_None);
+  EXPECT_EQ(rs.Rows(), 0);
+  EXPECT_EQ(rs.AbsolutePosition(), 0);
+  EXPECT_EQ(rs.Item("Name")->GetValue(2), Variant("Washer"));
+}
+
+TEST_P(DataSourceLoad, EmptyTableLeavesNoRows) {
+  Execute({"DELETE FROM Items"});
+  rs.Item("Qty")->IsSum = true;
+  EXPECT_FALSE(rs.InitDataSource());
+  EXPECT_EQ(rs.Rows(), 0);
+  EXPECT_EQ(rs.AbsolutePosition(), 0);
+  EXPECT_EQ(internal::RecordsetAccess::State(rs).edit_marks.size(), 1u);
+  EXPECT_EQ(log.Joined(), kLoaded);
 }
 
 TEST_P(DataSourceLoad, CheckFieldsRefusesBadDefinitionsButRaisesTheEvents) {
   const struct {
-    int setup;
+    void (*setup)(ClsRecordset&);
     const char* title;
     const char* text;
   } cases[] = {
-      {0, "", "没有指定字段！"},
-      {1, "Check_Field", "Please set ' Price' currency sign."},
-      {2, "Check_Field", "F_Locked 类型字段不能同时有两列！"},
+      {[](ClsRecordset& r) { r.Clear(); }, "", "没有指定字段！"},
+      {[](ClsRecordset& r) { r.Item("Price")->FieldType = F_Currency; }, "Check_Field",
+       "Please set ' Price' currency sign."},
+      {[](ClsRecordset& r) { r.Item("Id")->FieldType = r.Item("Qty")->FieldType = F_Locked; },
+       "Check_Field", "F_Locked 类型字段不能同时有两列！"},
   };
   for (const auto& c : cases) {
     ClsRecordset other;
@@ -134,13 +121,7 @@ TEST_P(DataSourceLoad, CheckFieldsRefusesBadDefinitionsButRaisesTheEvents) {
     for (const char* name : {"Id", "Qty", "Price"}) {
       other.Add(name);
     }
-    if (c.setup == 0) {
-      other.Clear();
-    } else if (c.setup == 1) {
-      other.Item("Price")->FieldType = F_Currency;
-    } else {
-      other.Item("Id")->FieldType = other.Item("Qty")->FieldType = F_Locked;
-    }
+    c.setup(other);
     EXPECT_FALSE(other.InitDataSource());
     EXPECT_EQ(ui.shown().back().caption, c.title);
     EXPECT_EQ(ui.LastText(), c.text);
@@ -159,8 +140,8 @@ TEST_P(DataSourceLoad, FailedLoadIsReportedAndChangesNothing) {
     const char* condition;
     Enum_EditStatus status;
   } cases[] = {
-      {'I', "NoSuchTable", "", E_Default}, {'I', "Items", "[NoSuchColumn]=1", E_Default},
-      {'R', "NoSuchTable", "", E_Default}, {'R', "Items", "[NoSuchColumn]=1", E_Default},
+      {'I', "NoSuchTable", "", E_Default},         {'I', "Items", "[NoSuchColumn]=1", E_Default},
+      {'R', "NoSuchTable", "", E_Default},         {'R', "Items", "[NoSuchColumn]=1", E_Default},
       {'Q', "Items", "[NoSuchColumn]=1", E_Query},
   };
   for (const auto& c : cases) {
@@ -226,40 +207,26 @@ TEST_P(DataSourceLoad, NothingToOpenFromLeavesNoRowsAndTheClientsObjects) {
   EXPECT_EQ(rs.Rows(), 3);
 }
 
-TEST_P(DataSourceLoad, RefreshSavesAPendingEditFirst) {
+TEST_P(DataSourceLoad, RefreshSavesAPendingEditAndInitInQueryModeRestoresTheCriteriaFirst) {
   Load();
   ASSERT_FALSE(rs.Modify("Qty", Variant(int32_t{99}), 2));
-  answering.answer = E_Defeat;
+  client.answer = E_Defeat;
   EXPECT_FALSE(rs.RefreshDataSource());
   EXPECT_EQ(rs.EditStatus(), E_Modify);
   EXPECT_EQ(rs.Item("Qty")->GetValue(2).ToLong(), 99);  // not reloaded
-  answering.answer = E_Succeed;
+  client.answer = E_Succeed;
   EXPECT_FALSE(rs.RefreshDataSource());
   EXPECT_EQ(rs.EditStatus(), E_Default);
   EXPECT_EQ(rs.Item("Qty")->GetValue(2).ToLong(), 20);  // the client did not write it
-}
-
-TEST_P(DataSourceLoad, CloseForgetsTheConfigurationButKeepsValues) {
-  rs.UserOpenMode = U_User;
-  rs.DefaultCondition = "[Id]>0";
-  rs.OrderByField1 = "[Id]";
-  rs.OrderByAscending1 = Descending;
-  rs.Tag = "screen";
-  Load();
-  rs.SysSetMutliSelectRows(true, 2, Ctrl);
-  const std::shared_ptr<db::Connection> connection = rs.SFConnection;
-  log.Clear();
-  EXPECT_FALSE(rs.CloseDataSource());
-  EXPECT_EQ(log.Joined(), "");
-  EXPECT_EQ(connection->State(), 1);  // dropped, not closed
-  EXPECT_EQ(rs.SFConnection, nullptr);
-  EXPECT_EQ(rs.SFRecordset, nullptr);
-  EXPECT_EQ(rs.ConnectString + rs.TableName + rs.DefaultCondition + rs.OrderByField1 + rs.Tag, "");
-  EXPECT_EQ(rs.OrderByAscending1, Ascending);
-  EXPECT_EQ(rs.SelectState(), S_None);
-  EXPECT_EQ(rs.Rows(), 0);
-  EXPECT_EQ(rs.AbsolutePosition(), 0);
-  EXPECT_EQ(rs.Item("Name")->GetValue(2), Variant("Nut"));
+  // A load in query mode gives the saved criteria back first.
+  rs.Item("Name")->FieldType = F_Text;
+  rs.Item("Name")->QueryValue = "Bolt";
+  ASSERT_FALSE(rs.NewQuery());
+  rs.Item("Name")->QueryValue = "Nut";
+  EXPECT_FALSE(rs.InitDataSource());
+  EXPECT_EQ(rs.EditStatus(), E_Default);
+  EXPECT_EQ(rs.Item("Name")->QueryValue, "Bolt");
+  EXPECT_EQ(rs.Rows(), 1);
 }
 
 VARNEL_ON_EVERY_PROVIDER(DataSourceLoad);

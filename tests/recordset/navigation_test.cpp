@@ -1,24 +1,11 @@
 // Moving the current row and selecting rows: the events, the save of a
 // pending edit, the refusals, and the rows' edit marks.
-#include "source_fixture.h"
+#include "recordset/fixtures.h"
 
 namespace varnel::testing {
 namespace {
 
 using RecordsetNavigation = SourceTest;
-
-// The navigation events only (UpdateRecord's own events are its business).
-std::string Moves(const EventLog& log) {
-  std::string out;
-  for (const std::string& name : log.names) {
-    if (name.find("Move") != std::string::npos || name == "RecordPointerChange") {
-      out += (out.empty() ? "" : ",") + name;
-    }
-  }
-  return out;
-}
-constexpr const char* kMoved =
-    "MoveRecordBefore,SysMoveRecordAfter,MoveRecordAfter,RecordPointerChange";
 
 TEST_P(RecordsetNavigation, MovesWalkTheRowsAndRefuseToLeaveThem) {
   Load();
@@ -26,8 +13,9 @@ TEST_P(RecordsetNavigation, MovesWalkTheRowsAndRefuseToLeaveThem) {
   EXPECT_EQ(ui.LastText(), "No current record.");
   log.Clear();
   EXPECT_FALSE(rs.MoveLast());
-  EXPECT_EQ(Moves(log), kMoved);
-  EXPECT_TRUE(log.Saw("UpdateRecordBefore"));  // a move saves first
+  EXPECT_EQ(log.Joined(),
+            "MoveRecordBefore,UpdateRecordBefore,RecordPointerChange2,SysMoveRecordAfter,"
+            "MoveRecordAfter,RecordPointerChange");  // a move saves first
   EXPECT_EQ(rs.AbsolutePosition(), 3);
   EXPECT_TRUE(rs.MoveNext());
   EXPECT_EQ(rs.AbsolutePosition(), 3);
@@ -41,17 +29,17 @@ TEST_P(RecordsetNavigation, MovesWalkTheRowsAndRefuseToLeaveThem) {
   log.Clear();
   rs.AbsolutePosition(2);
   EXPECT_EQ(log.Joined(), "");  // already there
-  answering.cancel_moves = true;
+  client.cancel_moves = true;
   rs.AbsolutePosition(3);
   EXPECT_EQ(log.Joined(), "MoveRecordBefore");  // cancelled: no After events
   EXPECT_EQ(rs.AbsolutePosition(), 2);
-  answering.cancel_moves = false;
+  client.cancel_moves = false;
   Execute({"DELETE FROM Items"});
   Load();
   EXPECT_EQ(rs.AbsolutePosition(), 2);  // a load leaves the pointer as it was
   EXPECT_TRUE(rs.MoveFirst());
   EXPECT_TRUE(rs.MoveLast());
-  rs.Rows(0);  // the Rows setter brings it into range
+  rs.Rows(0);                       // the Rows setter brings it into range
   EXPECT_FALSE(rs.MovePrevious());  // row 0 asks for row -1, which is accepted
   EXPECT_EQ(rs.AbsolutePosition(), -1);
 }
@@ -59,12 +47,14 @@ TEST_P(RecordsetNavigation, MovesWalkTheRowsAndRefuseToLeaveThem) {
 TEST_P(RecordsetNavigation, UnsavedEditKeepsTheRowButStillRaisesTheAfterEvents) {
   Load();
   ASSERT_FALSE(rs.Modify("Qty", Variant(int32_t{5})));
-  answering.answer = E_Defeat;
+  client.answer = E_Defeat;
   log.Clear();
   rs.AbsolutePosition(3);
   EXPECT_EQ(rs.AbsolutePosition(), 1);
-  EXPECT_EQ(Moves(log), kMoved);
-  answering.answer = E_OtherErr;  // rolled back: the target moves up by one
+  EXPECT_EQ(log.Joined(),
+            "MoveRecordBefore,UpdateRecordBefore,UserUpdateRecord,SysMoveRecordAfter,"
+            "MoveRecordAfter,RecordPointerChange");
+  client.answer = E_OtherErr;  // rolled back: the target moves up by one
   rs.AbsolutePosition(3);
   EXPECT_EQ(rs.AbsolutePosition(), 2);
 }
@@ -86,7 +76,7 @@ class RecordsetSelection : public SourceTest {
   }
 };
 
-TEST_P(RecordsetSelection, EveryOptionMarksItsRows) {
+TEST_P(RecordsetSelection, EveryOptionMarksItsRowsOnceThePendingEditIsSaved) {
   Load();
   EXPECT_TRUE(rs.GetSelectRow());  // S_None: the current row counts as selected
   rs.AbsolutePosition(5);
@@ -129,12 +119,9 @@ TEST_P(RecordsetSelection, EveryOptionMarksItsRows) {
   EXPECT_EQ(log.Joined(), "ChangeSelectRows");
   EXPECT_EQ(Marks(), "000000");
   EXPECT_EQ(rs.SelectState(), S_None);
-}
-
-TEST_P(RecordsetSelection, SelectionWaitsForThePendingEditToBeSaved) {
-  Load();
+  // While an edit waits to be saved, no selection changes.
   ASSERT_FALSE(rs.Modify("Qty", Variant(int32_t{5})));
-  answering.answer = E_Defeat;
+  client.answer = E_Defeat;
   log.Clear();
   rs.SysSetMutliSelectRows(true, 2, Ctrl);
   rs.SysSetMutliSelectRows(true, 3, Shift);

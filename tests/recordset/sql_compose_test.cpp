@@ -1,6 +1,6 @@
 // The SELECT text, its condition and its order, as the database receives them.
+#include "recordset/fixtures.h"
 #include "recordset/recordset_state.h"
-#include "source_fixture.h"
 
 namespace varnel::testing {
 namespace {
@@ -12,7 +12,12 @@ std::string SqlText(ClsRecordset& rs) {
   return internal::RecordsetAccess::State(rs).sql_text;
 }
 
-TEST_P(SqlCompose, EveryCombinationOfListConditionAndOrderGivesItsText) {
+TEST_P(SqlCompose, EveryCombinationOfListConditionAndOrderGivesItsTextAndTheChainStopsAtABlank) {
+  // The list is trimmed, so only a list ending in a bracketed name loads in the fifth form.
+  rs.FieldsName = "[Id], [Name], [Qty], [Price], [Made] ";
+  EXPECT_FALSE(rs.InitDataSource()) << ui.LastText();
+  EXPECT_EQ(rs.Rows(), 3);
+  EXPECT_EQ(rs.Item("Name")->GetValue(3), Variant("Washer"));
   const char* cases[][4] = {
       // list, condition, order -> text
       {"a,b", "c=1", "d", "Select a,b From T Where c=1 Order By d"},
@@ -31,10 +36,8 @@ TEST_P(SqlCompose, EveryCombinationOfListConditionAndOrderGivesItsText) {
     rs.DefaultOrderBy = order;
     EXPECT_EQ(SqlText(rs), sql) << fields << "|" << condition << "|" << order;
   }
-}
-
-TEST_P(SqlCompose, OrderByChainStopsAtTheFirstBlankField) {
-  const char* cases[][5] = {
+  // The order-by chain stops at the first blank field.
+  const char* chains[][5] = {
       // fixed order, fields 1..3 -> order
       {"", "", "b", "c", ""},
       {"a", " b ", "", "", "a and b Asc"},
@@ -43,7 +46,7 @@ TEST_P(SqlCompose, OrderByChainStopsAtTheFirstBlankField) {
       {" a ", "", "", "", "a"},
   };
   rs.OrderByAscending2 = Descending;
-  for (const auto& [fixed, f1, f2, f3, expected] : cases) {
+  for (const auto& [fixed, f1, f2, f3, expected] : chains) {
     rs.DefaultOrderBy = fixed;
     rs.OrderByField1 = f1;
     rs.OrderByField2 = f2;
@@ -54,7 +57,7 @@ TEST_P(SqlCompose, OrderByChainStopsAtTheFirstBlankField) {
   }
 }
 
-TEST_P(SqlCompose, LaterPredicatesAreParenthesisedAfterTheFixedCondition) {
+TEST_P(SqlCompose, LaterPredicatesAreParenthesisedAndOneWithoutPredicateStopsTheLoad) {
   rs.Item("Name")->FieldType = F_Text;
   rs.Item("Name")->QueryValue = "Bolt";
   rs.Item("Qty")->QueryValue = ">=10";
@@ -69,15 +72,13 @@ TEST_P(SqlCompose, LaterPredicatesAreParenthesisedAfterTheFixedCondition) {
   EXPECT_EQ(rs.SysCondition, p + " and (" + q + ")");
   EXPECT_EQ(rs.RecordsetCondition(), condition);
   EXPECT_TRUE(ui.shown().empty());
-}
-
-TEST_P(SqlCompose, QueryTextWithoutPredicateIsReportedAndStopsTheLoad) {
+  // A criterion that makes no predicate is reported and stops the load.
   auto done = rs.Add("Done");
   done->FieldType = F_Boolean;
   done->DisplayName = "Finished";
   done->QueryValue = "maybe";  // a Boolean criterion is 0 or 1
   rs.SysCondition = "before";
-  std::string condition = "old";
+  condition = "old";
   EXPECT_TRUE(rs.GetCondition(condition));
   EXPECT_EQ(condition, "old");
   EXPECT_EQ(rs.SysCondition, "before");
@@ -87,14 +88,6 @@ TEST_P(SqlCompose, QueryTextWithoutPredicateIsReportedAndStopsTheLoad) {
   EXPECT_FALSE(rs.InitDataSource());
   EXPECT_EQ(rs.Rows(), 0);
   EXPECT_EQ(log.Joined(), "SysDataSourceInit,DataSourceInit,RecordPointerChange");
-}
-
-// The list is trimmed, so only a list ending in a bracketed name loads in the fifth form.
-TEST_P(SqlCompose, ListEndingInABracketLoadsFromTheFifthForm) {
-  rs.FieldsName = "[Id], [Name], [Qty], [Price], [Made] ";
-  EXPECT_FALSE(rs.InitDataSource()) << ui.LastText();
-  EXPECT_EQ(rs.Rows(), 3);
-  EXPECT_EQ(rs.Item("Name")->GetValue(3), Variant("Washer"));
 }
 
 VARNEL_ON_EVERY_PROVIDER(SqlCompose);

@@ -1,155 +1,23 @@
 // TableWriter against real databases, on every provider: what reaches the
 // database after an UpdateRecord, and what the user is told when it cannot.
-#include "varnel/table_writer.h"
-
-#include <gtest/gtest.h>
-
 #include <functional>
-#include <memory>
 #include <string>
 #include <tuple>
 #include <vector>
 
-#include "support/capture_ui.h"
-#include "support/test_database.h"
-#include "varnel/varnel.h"
+#include "writer_fixture.h"
 
-namespace varnel {
+namespace varnel::testing {
 namespace {
 
-using Rows = std::vector<std::vector<Variant>>;
-
-using testing::TestProvider;
-
-class TableWriterBase : public ::testing::Test {
- protected:
-  explicit TableWriterBase(TestProvider provider) : db_(provider) {}
-
-  void SetUp() override {
-    other_ = Open();
-    CreateItems();
-  }
-
-  void CreateItems() {
-    // A key the database fills in: SQLite's rowid, PostgreSQL's sequence.
-    const char* key =
-        db_.provider() == TestProvider::kSqlite ? "INTEGER PRIMARY KEY" : "SERIAL PRIMARY KEY";
-    other_->Execute(std::string("CREATE TABLE Items (\"Id\" ") + key +
-                    ", \"Name\" VARCHAR(20) NOT NULL, \"Qty\" INTEGER, \"Made\" TIMESTAMP,"
-                    " \"Note\" TEXT)");
-    other_->Execute(
-        "INSERT INTO Items ([Name], [Qty], [Made], [Note]) VALUES"
-        " ('bolt', 10, '2024-01-05', NULL), ('nut', 20, '2024-02-01 08:30:00', 'x'),"
-        " ('washer', 30, NULL, 'y')");
-  }
-
-  std::shared_ptr<db::Connection> Open() {
-    auto cn = std::make_shared<db::Connection>();
-    cn->Open(db_.ConnectionString());
-    return cn;
-  }
-
-  // Loads Items into rs (ordered by Id) with every column written back.
-  void Load(const std::string& table = "Items") {
-    rs_.ConnectString = db_.ConnectionString();
-    rs_.TableName = table;
-    rs_.UserOpenMode = U_Auto;
-    rs_.OrderByField1 = "[Id]";
-    const std::pair<const char*, Enum_FieldType> columns[] = {{"Id", F_Numeral},
-                                                              {"Name", F_Text},
-                                                              {"Qty", F_Numeral},
-                                                              {"Made", F_Date},
-                                                              {"Note", F_Text}};
-    for (const auto& [name, type] : columns) {
-      auto field = rs_.Add(name);
-      field->FieldType = type;
-      field->IsData = field->SaveToDB = field->Edit = field->EnableNull = true;
-      field->Copy = std::string(name) != "Id";
-    }
-    auto twice = rs_.Add("Twice");  // computed, never written
-    twice->FieldType = F_Numeral;
-    twice->ComputeString = "Qty*2";
-    twice->IsData = false;
-    twice->Edit = twice->EnableNull = true;
-    ASSERT_FALSE(rs_.InitDataSource());
-    ASSERT_EQ(rs_.Rows(), 3);
-  }
-
-  // A fresh Items table, loaded again.
-  void Reload() {
-    rs_.CloseDataSource();
-    rs_.Clear();
-    other_->Execute("DROP TABLE Items");
-    CreateItems();
-    Load();
-  }
-
-  Rows Query(const std::string& sql) {
-    db::Recordset recordset;
-    recordset.Open(sql, other_);
-    Rows rows;
-    while (!recordset.Eof()) {
-      std::vector<Variant> row;
-      for (int32_t i = 0; i < recordset.Fields().Count(); ++i) {
-        row.push_back(recordset.Fields().Item(i).Value());
-      }
-      rows.push_back(row);
-      recordset.MoveNext();
-    }
-    return rows;
-  }
-
-  // Everything shown to the user, for failure messages.
-  std::string Shown() const {
-    std::string text;
-    for (const testing::ShownMessage& m : capture_.shown()) {
-      text += "[" + m.caption + "] " + m.title + " " + m.text + "\n";
-    }
-    return text;
-  }
-
-  testing::TestDatabase db_;
-  testing::CaptureScope capture_;
-  std::shared_ptr<db::Connection> other_;  // a second user of the same file
-  ClsRecordset rs_;
-};
-
-class TableWriterTest : public TableWriterBase, public ::testing::WithParamInterface<TestProvider> {
- protected:
-  TableWriterTest() : TableWriterBase(GetParam()) {}
-};
-
-// An UPDATE sets the changed column alone, of its own row, also when a day
-// field's column holds a time (regression: row 2 holds 08:30 on its day).
-TEST_P(TableWriterTest, UpdateWritesOnlyTheChangedColumnOfItsOwnRow) {
-  for (const Enum_DateType type : {D_YMDHNS, D_YMD}) {
-    SCOPED_TRACE(type);
-    Reload();
-    rs_.Item("Made")->DateType = type;
-    ASSERT_FALSE(rs_.RefreshDataSource());
-    TableWriter writer(rs_);
-    rs_.MoveNext();
-    ASSERT_FALSE(rs_.Modify("Qty", int32_t{25}));
-    EXPECT_EQ(rs_.UpdateRecord(), E_Succeed) << Shown();
-    ASSERT_EQ(writer.LastStatements().size(), 1u);
-    EXPECT_EQ(writer.LastStatements()[0].rfind("UPDATE Items SET [Qty] = ? WHERE [Id] = ? AND", 0),
-              0u);
-    EXPECT_EQ(Query("SELECT [Qty], [Made] FROM Items WHERE [Id] > 1 ORDER BY [Id]"),
-              (Rows{{Variant(int32_t{25}), Variant(CDate(Variant("2024-02-01 08:30:00")))},
-                    {Variant(int32_t{30}), Variant::Null()}}));
-    EXPECT_TRUE(capture_.shown().empty()) << Shown();
-  }
-}
+using TableWriterTest = WriterTest;
 
 // Each save kind on a fresh table: what reaches the database, and the key the
 // database generated shown in row 4.
 TEST_P(TableWriterTest, EverySaveKindWritesItsRow) {
-  struct Case {
-    const char* name;
-    std::function<void(ClsRecordset&)> edit;
-    Rows table;  // Id, Name, Qty, Note of the rows with Id 1 or 4 afterwards
-  };
-  const Case cases[] = {
+  // A save kind, the user's edit, and Id, Name, Qty, Note of the rows with Id
+  // 1 or 4 afterwards.
+  const std::tuple<const char*, std::function<void(ClsRecordset&)>, Rows> cases[] = {
       {"insert",
        [](ClsRecordset& rs) { rs.NewRecord(), rs.Modify("Name", "spring"), rs.Modify("Qty", 5); },
        {{1, "bolt", 10, Variant::Null()}, {4, "spring", 5, Variant::Null()}}},
@@ -161,16 +29,16 @@ TEST_P(TableWriterTest, EverySaveKindWritesItsRow) {
        [](ClsRecordset& rs) { rs.Modify("Qty", 11), rs.DeleteRecord(); },
        {}},
   };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.name);
+  for (const auto& [name, edit, table] : cases) {
+    SCOPED_TRACE(name);
     Reload();
     TableWriter writer(rs_);
-    c.edit(rs_);
+    edit(rs_);
     EXPECT_EQ(rs_.UpdateRecord(), E_Succeed) << Shown();
     EXPECT_EQ(
         Query("SELECT [Id], [Name], [Qty], [Note] FROM Items WHERE [Id] IN (1, 4) ORDER BY [Id]"),
-        c.table);
-    EXPECT_EQ(rs_.Item("Id")->GetValue(4), c.table.size() == 2 ? c.table[1][0] : Variant());
+        table);
+    EXPECT_EQ(rs_.Item("Id")->GetValue(4), table.size() == 2 ? table[1][0] : Variant());
   }
 }
 
@@ -258,106 +126,109 @@ TEST_P(TableWriterTest, TextWithANulIsStoredWholeOrRefused) {
   }
 }
 
-// On every provider, in both languages.
-class TableWriterConflictTest
-    : public TableWriterBase,
-      public ::testing::WithParamInterface<std::tuple<TestProvider, int32_t>> {
- protected:
-  TableWriterConflictTest() : TableWriterBase(std::get<0>(GetParam())) {}
-  static int32_t Language() { return std::get<1>(GetParam()); }
-};
-
-TEST_P(TableWriterConflictTest, RowChangedBySomeoneElseKeepsTheEditAndShowsBothVersions) {
-  Load();
-  SetThreadUILanguage(Language());
-  TableWriter writer(rs_);
-  other_->Execute("UPDATE Items SET [Qty] = 99 WHERE [Id] = 1");
-  rs_.Modify("Name", "hex bolt");
-  EXPECT_EQ(rs_.UpdateRecord(), E_Defeat);
-  EXPECT_EQ(rs_.EditStatus(), E_Modify);
-  EXPECT_EQ(Query("SELECT [Name], [Qty] FROM Items WHERE [Id] = 1"),
-            (Rows{{Variant("bolt"), Variant(int32_t{99})}}));
-  ASSERT_EQ(capture_.shown().size(), 1u) << Shown();
-  EXPECT_EQ(capture_.shown()[0].text,
-            Language() == 1033
-                ? "The row was changed by someone else after it was read; nothing was saved. "
-                  "Your changes are kept: write them over the other change, or take the other "
-                  "change."
-                : "该行在读取后已被他人修改，未保存任何内容。您的修改已保留：可以用您的修改覆盖，"
-                  "或采用他人的修改。");
-  EXPECT_EQ(capture_.shown()[0].title, LoadResString(106) + "3640");
-  const std::optional<SaveConflict> conflict = writer.PendingConflict();
-  ASSERT_TRUE(conflict);
-  EXPECT_EQ(conflict->Row, 1);
-  EXPECT_FALSE(conflict->RowDeleted);
-  std::vector<std::tuple<std::string, Variant, Variant, Variant, bool>> fields;
-  for (const ConflictField& f : conflict->Fields) {
-    fields.emplace_back(f.Name, f.Loaded, f.Typed, f.Database, f.ChangedByOthers);
+// In both languages.
+TEST_P(TableWriterTest, RowChangedBySomeoneElseKeepsTheEditAndShowsBothVersions) {
+  const std::pair<int32_t, const char*> languages[] = {
+      {1033,
+       "The row was changed by someone else after it was read; nothing was saved. Your changes "
+       "are kept: write them over the other change, or take the other change."},
+      {2052,
+       "该行在读取后已被他人修改，未保存任何内容。您的修改已保留：可以用您的修改覆盖，"
+       "或采用他人的修改。"}};
+  for (const auto& [language, text] : languages) {
+    SCOPED_TRACE(language);
+    Reload();
+    SetThreadUILanguage(language);
+    capture_.ui().shown.clear();
+    TableWriter writer(rs_);
+    other_->Execute("UPDATE Items SET [Qty] = 99 WHERE [Id] = 1");
+    rs_.Modify("Name", "hex bolt");
+    EXPECT_EQ(rs_.UpdateRecord(), E_Defeat);
+    EXPECT_EQ(rs_.EditStatus(), E_Modify);
+    EXPECT_EQ(Query("SELECT [Name], [Qty] FROM Items WHERE [Id] = 1"),
+              (Rows{{Variant("bolt"), Variant(int32_t{99})}}));
+    ASSERT_EQ(capture_.shown().size(), 1u) << Shown();
+    EXPECT_EQ(capture_.shown()[0].text, text);
+    EXPECT_EQ(capture_.shown()[0].title, LoadResString(106) + "3640");
+    const std::optional<SaveConflict> conflict = writer.PendingConflict();
+    ASSERT_TRUE(conflict);
+    EXPECT_EQ(conflict->Row, 1);
+    EXPECT_FALSE(conflict->RowDeleted);
+    std::vector<std::tuple<std::string, Variant, Variant, Variant, bool>> fields;
+    for (const ConflictField& f : conflict->Fields) {
+      fields.emplace_back(f.Name, f.Loaded, f.Typed, f.Database, f.ChangedByOthers);
+    }
+    EXPECT_EQ(fields[1], std::make_tuple(std::string("Name"), Variant("bolt"), Variant("hex bolt"),
+                                         Variant("bolt"), false));
+    EXPECT_EQ(fields[2], std::make_tuple(std::string("Qty"), Variant(int32_t{10}),
+                                         Variant(int32_t{10}), Variant(int32_t{99}), true));
   }
-  EXPECT_EQ(fields[1], std::make_tuple(std::string("Name"), Variant("bolt"), Variant("hex bolt"),
-                                       Variant("bolt"), false));
-  EXPECT_EQ(fields[2], std::make_tuple(std::string("Qty"), Variant(int32_t{10}),
-                                       Variant(int32_t{10}), Variant(int32_t{99}), true));
 }
-
-INSTANTIATE_TEST_SUITE_P(BothLanguages, TableWriterConflictTest,
-                         ::testing::Combine(::testing::ValuesIn(testing::AllTestProviders()),
-                                            ::testing::Values(1033, 2052)));
 
 // Every conflict (row changed or deleted, under a modification or a deletion)
 // with both resolutions: the table and the recordset end up alike.
 TEST_P(TableWriterTest, ConflictsAreResolvedEitherWay) {
-  struct Case {
-    const char* other;  // what someone else did to row 1
-    bool delete_mine;   // the user deletes row 1 instead of changing its Qty
-    bool keep_mine;
-    Rows table;  // Name, Qty of the rows with Id 1 afterwards
-    int32_t rows;
-  };
   const char* change = "UPDATE Items SET [Name] = 'theirs'";
   const char* remove = "DELETE FROM Items";
   const Rows mine{{Variant("bolt"), Variant(int32_t{5})}};
   const Rows theirs{{Variant("theirs"), Variant(int32_t{10})}};
-  const Case cases[] = {
+  // What someone else did to row 1, whether the user deleted row 1 (else
+  // changed its Qty), whether mine is kept; Name and Qty of row 1 in the table
+  // afterwards, and the rows in the recordset.
+  const std::tuple<const char*, bool, bool, Rows, int32_t> cases[] = {
       {change, false, true, mine, 3}, {change, false, false, theirs, 3},
       {remove, false, true, mine, 3}, {remove, false, false, {}, 2},
       {change, true, true, {}, 2},    {change, true, false, theirs, 3},
       {remove, true, true, {}, 2},    {remove, true, false, {}, 2},
   };
 
-  for (const Case& c : cases) {
-    SCOPED_TRACE(std::string(c.other) + (c.delete_mine ? ", deleted" : ", changed") +
-                 (c.keep_mine ? ", mine" : ", theirs"));
+  for (const auto& [other, delete_mine, keep_mine, table, rows] : cases) {
+    SCOPED_TRACE(std::string(other) + (delete_mine ? ", deleted" : ", changed") +
+                 (keep_mine ? ", mine" : ", theirs"));
     Reload();
     TableWriter writer(rs_);
-    other_->Execute(std::string(c.other) + " WHERE [Id] = 1");
-    ASSERT_FALSE(c.delete_mine ? rs_.DeleteRecord() : rs_.Modify("Qty", int32_t{5}));
+    other_->Execute(std::string(other) + " WHERE [Id] = 1");
+    ASSERT_FALSE(delete_mine ? rs_.DeleteRecord() : rs_.Modify("Qty", int32_t{5}));
     ASSERT_EQ(rs_.UpdateRecord(), E_Defeat);
     ASSERT_TRUE(writer.PendingConflict()) << Shown();
-    EXPECT_EQ(c.keep_mine ? writer.ResolveKeepMine() : writer.ResolveTakeTheirs(), E_Succeed)
+    EXPECT_EQ(keep_mine ? writer.ResolveKeepMine() : writer.ResolveTakeTheirs(), E_Succeed)
         << Shown();
     EXPECT_EQ(rs_.EditStatus(), E_Default);
     EXPECT_FALSE(writer.PendingConflict());
-    EXPECT_EQ(Query("SELECT [Name], [Qty] FROM Items WHERE [Id] = 1"), c.table);
-    ASSERT_EQ(rs_.Rows(), c.rows);
-    if (!c.table.empty()) {
-      EXPECT_EQ(rs_.Item("Name")->GetValue(1), c.table[0][0]);
-      EXPECT_EQ(rs_.Item("Qty")->GetValue(1), c.table[0][1]);
+    EXPECT_EQ(Query("SELECT [Name], [Qty] FROM Items WHERE [Id] = 1"), table);
+    ASSERT_EQ(rs_.Rows(), rows);
+    if (!table.empty()) {
+      EXPECT_EQ(rs_.Item("Name")->GetValue(1), table[0][0]);
+      EXPECT_EQ(rs_.Item("Qty")->GetValue(1), table[0][1]);
     }
   }
 }
 
-// Taking theirs shows the row as a load would: a day field the day, a time
-// field the time of day, whatever the column holds.
-TEST_P(TableWriterTest, TakeTheirsShowsDatesAsTheLoadDoes) {
-  const std::pair<Enum_DateType, const char*> cases[] = {{D_YMD, "2024-03-04"},
-                                                         {D_HNS, "10:20:30"}};
+// For each date type: an UPDATE sets the changed column alone, of its own
+// row, whatever time or day the date column holds (regression: row 2 holds
+// 08:30 on its day); taking theirs shows the row as a load would: a day field
+// the day, a time field the time of day.
+TEST_P(TableWriterTest, DateFieldsAreKeptByUpdatesAndShownAsLoadedWhenTakingTheirs) {
+  const std::pair<Enum_DateType, const char*> cases[] = {
+      {D_YMDHNS, "2024-03-04 10:20:30"}, {D_YMD, "2024-03-04"}, {D_HNS, "10:20:30"}};
   for (const auto& [type, shown] : cases) {
     SCOPED_TRACE(shown);
     Reload();
+    capture_.ui().shown.clear();
     rs_.Item("Made")->DateType = type;
     ASSERT_FALSE(rs_.RefreshDataSource());
     TableWriter writer(rs_);
+    rs_.MoveNext();
+    ASSERT_FALSE(rs_.Modify("Qty", int32_t{25}));
+    EXPECT_EQ(rs_.UpdateRecord(), E_Succeed) << Shown();
+    ASSERT_EQ(writer.LastStatements().size(), 1u);
+    EXPECT_EQ(writer.LastStatements()[0].rfind("UPDATE Items SET [Qty] = ? WHERE [Id] = ? AND", 0),
+              0u);
+    EXPECT_EQ(Query("SELECT [Qty], [Made] FROM Items WHERE [Id] > 1 ORDER BY [Id]"),
+              (Rows{{Variant(int32_t{25}), Variant(CDate(Variant("2024-02-01 08:30:00")))},
+                    {Variant(int32_t{30}), Variant::Null()}}));
+    EXPECT_TRUE(capture_.shown().empty()) << Shown();
+    rs_.MoveFirst();
     other_->Execute("UPDATE Items SET [Made] = '2024-03-04 10:20:30' WHERE [Id] = 1");
     ASSERT_FALSE(rs_.Modify("Qty", int32_t{5}));
     ASSERT_EQ(rs_.UpdateRecord(), E_Defeat);
@@ -373,44 +244,29 @@ TEST_P(TableWriterTest, TakeTheirsShowsDatesAsTheLoadDoes) {
 // from a deleted one, so theirs drops the row from view and mine is refused
 // for a modification (it could leave both versions).
 TEST_P(TableWriterTest, TableWithoutKeyOffersItsConflictsAsFarAsValuesTell) {
-  struct Case {
-    const char* name;
-    bool delete_mine;
-    bool keep_mine;
-    Enum_EditRecord answer;
-    int32_t rows;  // in the recordset afterwards
-  };
-  const Case cases[] = {
+  // Whether the user deleted row 1 (else changed its Qty), whether mine is
+  // kept; the resolution's answer and the rows in the recordset afterwards.
+  const std::tuple<const char*, bool, bool, Enum_EditRecord, int32_t> cases[] = {
       {"changed, theirs", false, false, E_Succeed, 2},
       {"changed, mine", false, true, E_Defeat, 3},
       {"deleted, theirs", true, false, E_Succeed, 2},
       {"deleted, mine", true, true, E_Succeed, 2},
   };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.name);
-    rs_.CloseDataSource();
-    rs_.Clear();
-    other_->Execute("DROP TABLE IF EXISTS Loose");
-    other_->Execute(
-        "CREATE TABLE Loose (\"Id\" INTEGER, \"Name\" TEXT, \"Qty\" INTEGER, \"Made\" DATE, "
-        "\"Note\" TEXT)");
-    other_->Execute(
-        "INSERT INTO Loose VALUES (1, 'a', 1, NULL, NULL), (2, 'b', 2, NULL, NULL),"
-        " (3, 'c', 3, NULL, NULL)");
-    Load("Loose");
+  for (const auto& [name, delete_mine, keep_mine, answer, rows] : cases) {
+    SCOPED_TRACE(name);
+    Reload("Loose");
     TableWriter writer(rs_);
     other_->Execute("UPDATE Loose SET [Name] = 'theirs' WHERE [Id] = 1");
-    ASSERT_FALSE(c.delete_mine ? rs_.DeleteRecord() : rs_.Modify("Qty", int32_t{5}));
+    ASSERT_FALSE(delete_mine ? rs_.DeleteRecord() : rs_.Modify("Qty", int32_t{5}));
     ASSERT_EQ(rs_.UpdateRecord(), E_Defeat);
     EXPECT_EQ(capture_.LastText().rfind("No row holds the values this row was read with", 0), 0u)
         << Shown();
     const std::optional<SaveConflict> conflict = writer.PendingConflict();
     ASSERT_TRUE(conflict);
     EXPECT_TRUE(conflict->KeyLess && conflict->RowDeleted);
-    EXPECT_EQ(conflict->Fields[2].Typed, Variant(int32_t{c.delete_mine ? 1 : 5}));
-    EXPECT_EQ(c.keep_mine ? writer.ResolveKeepMine() : writer.ResolveTakeTheirs(), c.answer)
-        << Shown();
-    EXPECT_EQ(rs_.Rows(), c.rows);
+    EXPECT_EQ(conflict->Fields[2].Typed, Variant(int32_t{delete_mine ? 1 : 5}));
+    EXPECT_EQ(keep_mine ? writer.ResolveKeepMine() : writer.ResolveTakeTheirs(), answer) << Shown();
+    EXPECT_EQ(rs_.Rows(), rows);
     EXPECT_EQ(Query("SELECT [Name], [Qty] FROM Loose ORDER BY [Id]"),
               (Rows{{Variant("theirs"), Variant(int32_t{1})},
                     {Variant("b"), Variant(int32_t{2})},
@@ -418,14 +274,19 @@ TEST_P(TableWriterTest, TableWithoutKeyOffersItsConflictsAsFarAsValuesTell) {
   }
 }
 
-TEST_P(TableWriterTest, UpdateThatMatchesTwoRowsOfATableWithoutKeyIsRolledBack) {
-  other_->Execute(
-      "CREATE TABLE Loose (\"Id\" INTEGER, \"Name\" TEXT, \"Qty\" INTEGER, \"Made\" DATE, "
-      "\"Note\" TEXT)");
-  other_->Execute(
-      "INSERT INTO Loose VALUES (1, 'a', 1, NULL, NULL), (1, 'a', 1, NULL, NULL),"
-      " (2, 'b', 2, NULL, NULL)");
-  Load("Loose");
+// The key columns are the ones named or the primary key; without any, an
+// update that matches two rows is rolled back.
+TEST_P(TableWriterTest, KeyColumnsAreTheNamedOnesThePrimaryKeyOrNone) {
+  Load();
+  EXPECT_EQ(TableWriter(rs_).KeyColumns(), std::vector<std::string>{"Id"});
+  EXPECT_EQ(TableWriter(rs_, {"Name"}).KeyColumns(), std::vector<std::string>{"Name"});
+  {
+    TableWriter unknown(rs_, {"Serial"});
+    rs_.Modify("Qty", int32_t{1});
+    EXPECT_EQ(rs_.UpdateRecord(), E_Defeat);
+    EXPECT_EQ(capture_.LastText(), "The key column 'Serial' is not a field of the recordset.");
+  }
+  Reload("Loose", "(1, 'a', 1, NULL, NULL), (1, 'a', 1, NULL, NULL), (2, 'b', 2, NULL, NULL)");
   TableWriter writer(rs_);
   EXPECT_TRUE(writer.KeyColumns().empty());
   rs_.Modify("Qty", int32_t{7});
@@ -433,16 +294,6 @@ TEST_P(TableWriterTest, UpdateThatMatchesTwoRowsOfATableWithoutKeyIsRolledBack) 
   EXPECT_EQ(Query("SELECT SUM([Qty]) FROM Loose"), (Rows{{Variant(int32_t{4})}}));
   EXPECT_EQ(capture_.LastText(),
             "2 rows match the row to be saved; nothing was saved. Your changes are kept.");
-}
-
-TEST_P(TableWriterTest, KeyColumnsAreTheNamedOnesOrThePrimaryKey) {
-  Load();
-  EXPECT_EQ(TableWriter(rs_).KeyColumns(), std::vector<std::string>{"Id"});
-  EXPECT_EQ(TableWriter(rs_, {"Name"}).KeyColumns(), std::vector<std::string>{"Name"});
-  TableWriter unknown(rs_, {"Serial"});
-  rs_.Modify("Qty", int32_t{1});
-  EXPECT_EQ(rs_.UpdateRecord(), E_Defeat);
-  EXPECT_EQ(capture_.LastText(), "The key column 'Serial' is not a field of the recordset.");
 }
 
 TEST_P(TableWriterTest, AnswerOfAnEarlierSinkIsRespected) {
@@ -462,4 +313,4 @@ TEST_P(TableWriterTest, AnswerOfAnEarlierSinkIsRespected) {
 VARNEL_ON_EVERY_PROVIDER(TableWriterTest);
 
 }  // namespace
-}  // namespace varnel
+}  // namespace varnel::testing
