@@ -12,36 +12,6 @@ namespace {
 
 using TableWriterTest = WriterTest;
 
-// Each save kind on a fresh table: what reaches the database, and the key the
-// database generated shown in row 4.
-TEST_P(TableWriterTest, EverySaveKindWritesItsRow) {
-  // A save kind, the user's edit, and Id, Name, Qty, Note of the rows with Id
-  // 1 or 4 afterwards.
-  const std::tuple<const char*, std::function<void(ClsRecordset&)>, Rows> cases[] = {
-      {"insert",
-       [](ClsRecordset& rs) { rs.NewRecord(), rs.Modify("Name", "spring"), rs.Modify("Qty", 5); },
-       {{1, "bolt", 10, Variant::Null()}, {4, "spring", 5, Variant::Null()}}},
-      {"copy",
-       [](ClsRecordset& rs) { rs.MoveNext(), rs.CopyRecord(); },
-       {{1, "bolt", 10, Variant::Null()}, {4, "nut", 20, "x"}}},
-      {"delete (a date stored without time)", [](ClsRecordset& rs) { rs.DeleteRecord(); }, {}},
-      {"modify, then delete",
-       [](ClsRecordset& rs) { rs.Modify("Qty", 11), rs.DeleteRecord(); },
-       {}},
-  };
-  for (const auto& [name, edit, table] : cases) {
-    SCOPED_TRACE(name);
-    Reload();
-    TableWriter writer(rs_);
-    edit(rs_);
-    EXPECT_EQ(rs_.UpdateRecord(), E_Succeed) << Shown();
-    EXPECT_EQ(
-        Query("SELECT [Id], [Name], [Qty], [Note] FROM Items WHERE [Id] IN (1, 4) ORDER BY [Id]"),
-        table);
-    EXPECT_EQ(rs_.Item("Id")->GetValue(4), table.size() == 2 ? table[1][0] : Variant());
-  }
-}
-
 // A refused save keeps the edit pending with every typed value, and the
 // message says what to do, naming the field the database named.
 struct Refusal {
