@@ -1,6 +1,8 @@
 // Query by form through MdlQuery::QueryCondition: the exact SQL of every
 // field kind's prefixes and values as typed (letter case and blanks), and the
 // whole-field rule: one term that cannot be translated drops the field ("").
+// The plain examples of the guide's query-by-form page (a number range, "not
+// 5", text "not smith" and "null", Boolean 1 and 0) are run by the docs tests.
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -72,7 +74,6 @@ TEST(QueryComparison, EveryPrefixOfTheNumberCurrencyAndDateKindsAsTyped) {
       {"NCD", "<#", "([F]<#)"},
       {"NCD", "> #", "([F]>#)"},
       {"NCD", "#", "([F]=#)"},
-      {"N", "not #", "([F] isnull or not [F]=#)"},
       {"CD", "NOT #", ""},
   };
   // Each kind's value "#" as typed (query) and as written (sql).
@@ -144,15 +145,11 @@ TEST(QueryDate, DayAndMinuteFieldsMatchTheWholeDayOrMinuteAndTodayIsTheRecordset
 TEST(QueryCondition, TextKeywordsBooleansAndRawValuesAsTypedWithTextQuoted) {
   ExpectSql({
       {F_Text, 0, "  O'Brien  ", "([F] LIKE '%O''Brien%')"},
-      {F_Text, 0, "not smith", "([F] NOT  LIKE '%smith%')"},
       {F_Text, 0, "not   like  smith", "([F] NOT LIKE '%smith%')"},
       {F_Text, 0, "like smith", "([F] LIKE '%smith%')"},
-      {F_Text, 0, "null", "([F] is NULL or [F]='')"},
       {F_Text, 0, "Not Null", "(not [F] is NULL and not [F]='')"},
       {F_Text, 0, "NOT", "([F] LIKE '%NOT%')"},
       {F_Text, 0, "LIKE", "([F] LIKE '%LIKE%')"},
-      {F_Boolean, 0, "1", "[F]<>0"},
-      {F_Boolean, 0, "0", "[F]=0"},
       {F_Locked, 0, "1", "[F]<>0"},
       {F_Boolean, 0, "true", ""},
       {F_Boolean, 0, " 1", ""},
@@ -169,7 +166,6 @@ TEST(QueryCondition, TextKeywordsBooleansAndRawValuesAsTypedWithTextQuoted) {
 
 TEST(QueryTerms, JoinWithTheConnectorsAndOneFailedTermDropsTheField) {
   ExpectSql({
-      {F_Numeral, 0, ">=100 AND <200", "([F]>=100 and [F]<200)"},
       {F_Numeral, 0, "1 or 2 OR null", "([F]=1 or [F]=2 or [F] is NULL)"},
       {F_Text, 0, "a Or b aNd c", "([F] LIKE '%a%' or [F] LIKE '%b%' and [F] LIKE '%c%')"},
       {F_Text, 0, "BRAND", "([F] LIKE '%BRAND%')"},
