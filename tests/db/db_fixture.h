@@ -1,5 +1,5 @@
 // Shared set-up of the database tests: a new database per test, on every
-// provider (DbTest), and a way to catch the VbError an operation raises.
+// provider (DbTest).
 #pragma once
 
 #include <gtest/gtest.h>
@@ -8,23 +8,11 @@
 #include <string>
 #include <vector>
 
+#include "support/error_of.h"
 #include "support/test_database.h"
 #include "varnel/db.h"
 
 namespace varnel::testing {
-
-// The VbError that Body raises; fails the test (and returns number 0) when
-// Body raises nothing.
-template <class Body>
-VbError ErrorOf(Body&& body) {
-  try {
-    body();
-  } catch (const VbError& error) {
-    return error;
-  }
-  ADD_FAILURE() << "expected a VbError";
-  return VbError(0, "no error");
-}
 
 // Whether Text holds Part; a failure shows both.
 inline ::testing::AssertionResult Holds(const std::string& text, const std::string& part) {

@@ -9,6 +9,7 @@
 #include <tuple>
 
 #include "support/capture_ui.h"
+#include "support/error_of.h"
 #include "varnel/varnel.h"
 #include "writer/writer_fixture.h"
 
@@ -152,14 +153,10 @@ TEST(LastError, MessageProceduresRecordWhatTheyShowAndEveryNumberHasItsDescripti
            Err_NoCurrentRecord, Err_BadArguments, Err_BofOrEof, Err_ItemNotFound, Err_ObjectClosed,
            Err_ObjectOpen, Err_ProviderNotFound, Err_RowNotLocated, Err_Provider}) {
     EXPECT_TRUE(number == 12345 || ErrorDescription(number) != ErrorDescription(1)) << number;
-    try {
-      RaiseError(number);
-      ADD_FAILURE() << number << ": no error raised";
-    } catch (const VbError& e) {
-      EXPECT_EQ(e.Number(), number);
-      EXPECT_EQ(e.Description(), ErrorDescription(number)) << number;
-      EXPECT_STREQ(e.what(), ErrorDescription(number).c_str()) << number;
-    }
+    const VbError e = testing::ErrorOf([&] { RaiseError(number); });
+    EXPECT_EQ(e.Number(), number);
+    EXPECT_EQ(e.Description(), ErrorDescription(number)) << number;
+    EXPECT_STREQ(e.what(), ErrorDescription(number).c_str()) << number;
   }
 }
 
