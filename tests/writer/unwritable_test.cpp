@@ -1,7 +1,7 @@
 // A database that cannot take the save right now (locked by another writer,
-// read-only, full, or a server that is down): the user is told what to do,
-// the edit stays pending with what was typed, and once the cause is gone the
-// same save goes through.
+// read-only or full): the user is told what to do, the edit stays pending with
+// what was typed, and once the cause is gone the same save goes through. (A
+// server that is down: PostgresServerLoss in the database tests.)
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -9,7 +9,6 @@
 #include <string>
 
 #include "support/capture_ui.h"
-#include "support/pg_own_server.h"
 #include "support/test_database.h"
 #include "varnel/table_writer.h"
 #include "varnel/varnel.h"
@@ -98,21 +97,6 @@ TEST_P(UnwritableTest, SaveIsKeptUntilTheDatabaseTakesIt) {
 }
 
 VARNEL_ON_EVERY_PROVIDER(UnwritableTest);
-
-TEST(UnwritablePostgres, ServerDownKeepsTheEditUntilItIsBack) {
-  PgOwnServer server;
-  CaptureScope capture;
-  ClsRecordset rs;
-  const auto setup = LoadItems(rs, server.ConnectionString());
-  TableWriter writer(rs);
-  server.Kill();
-  ExpectKeptThenWritten(rs, capture, "The database cannot be reached", [&] { server.Restart(); });
-  auto fresh = std::make_shared<db::Connection>();
-  fresh->Open(server.ConnectionString());
-  db::Recordset stored;
-  stored.Open("SELECT [Note] FROM Items WHERE [Id] = 1", fresh);
-  EXPECT_EQ(stored.Fields().Item(0).Value(), Variant(std::string(200001, 'a' + 200001 % 26)));
-}
 
 }  // namespace
 }  // namespace varnel::testing
