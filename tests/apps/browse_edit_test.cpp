@@ -14,21 +14,6 @@ namespace {
 
 constexpr auto npos = std::string::npos;
 
-TEST_F(AppSession, BrowsesTheOrdersInDateOrder) {
-  const AppRun run = Run({"next", "last", "next", "goto 150", "list 5", "sql", "quit"});
-  ASSERT_EQ(run.exit_code, 1) << run.output;  // the move past the last row failed
-  const std::string& out = run.output;
-  EXPECT_EQ(Statuses(out).front(), "Browse");
-  ExpectShown(out, {"Varnel: Orders, 300 rows.", "Row 2 of 300 | Browse", "Row 300 of 300 | Browse",
-                    "[Error] Error:2103 No current record.",
-                    "Select * From Orders Order By OrderDate Asc,OrderId Asc"});
-  // The list shows rows 148..152 with the current one marked.
-  EXPECT_EQ(
-      FieldValue(out, "Order No."),
-      CStr(Scalar("SELECT OrderId FROM Orders ORDER BY OrderDate, OrderId LIMIT 1 OFFSET 149")));
-  EXPECT_EQ(CountLines(out, ">", true), 1);
-}
-
 TEST_F(AppSession, EditedValueIsSavedToItsRowAndUndoTakesBackOneLayerAtATime) {
   const int32_t id = FirstOrderWhere("Locked = 0 AND Qty <> 7");
   const int32_t undone =
@@ -104,11 +89,16 @@ TEST_F(AppSession, RefusedChangesAreReportedAndNothingIsStored) {
   EXPECT_EQ(Query("SELECT * FROM Orders ORDER BY OrderId"), before);
 }
 
-TEST_F(AppSession, SelectionCommandsMarkRows) {
-  const AppRun run = Run({"select 2", "select shift 5", "select ctrl 3", "list 6", "select invert",
-                          "select none", "quit"});
-  const std::vector<std::string> status = StatusLines(run.output);
-  ASSERT_EQ(status.size(), 7u) << run.output;
+// Rows are marked first, then the list of the browsed rows shows none marked.
+TEST_F(AppSession, SelectionCommandsMarkRowsAndBrowsingFollowsTheDateOrder) {
+  const AppRun run =
+      Run({"select 2", "select shift 5", "select ctrl 3", "list 6", "select invert", "select none",
+           "next", "last", "next", "goto 150", "list 5", "sql", "quit"});
+  ASSERT_EQ(run.exit_code, 1) << run.output;  // the move past the last row failed
+  const std::string& out = run.output;
+  const std::vector<std::string> status = StatusLines(out);
+  ASSERT_GE(status.size(), 7u) << out;
+  EXPECT_EQ(Statuses(out).front(), "Browse");
   EXPECT_EQ(status[1].find("Selected"), npos);  // one row: the current one
   EXPECT_NE(status[2].find("Selected: 4"), npos);
   // Beside the totals over all rows, the selected rows' own, per currency sign.
@@ -120,10 +110,18 @@ TEST_F(AppSession, SelectionCommandsMarkRows) {
       << status[2];
   EXPECT_NE(status[0].find(" $ + "), npos) << status[0];
   EXPECT_NE(status[3].find("Selected: 3"), npos);
-  EXPECT_EQ(CountLines(run.output, ">+", true), 1);  // row 2, the current one
-  EXPECT_EQ(CountLines(run.output, " +", true), 2);  // rows 4 and 5
+  EXPECT_EQ(CountLines(out, ">+", true), 1);  // row 2, the current one
+  EXPECT_EQ(CountLines(out, " +", true), 2);  // rows 4 and 5
   EXPECT_NE(status[5].find("Selected: 297"), npos);
   EXPECT_EQ(status[6].find("Selected"), npos);
+  ExpectShown(out, {"Varnel: Orders, 300 rows.", "Row 3 of 300 | Browse", "Row 300 of 300 | Browse",
+                    "[Error] Error:2103 No current record.",
+                    "Select * From Orders Order By OrderDate Asc,OrderId Asc"});
+  // The second list shows rows 148..152 with the current one marked.
+  EXPECT_EQ(
+      FieldValue(out, "Order No."),
+      CStr(Scalar("SELECT OrderId FROM Orders ORDER BY OrderDate, OrderId LIMIT 1 OFFSET 149")));
+  EXPECT_EQ(CountLines(out, ">", true), 2);
 }
 
 // Each conflict is met on save with the edit kept, then resolved: the
@@ -133,7 +131,7 @@ TEST_F(AppSession, ChangesBySecondConnectionAreResolvedEitherWay) {
   const int32_t edited = FirstOrderWhere("Locked = 0 AND Qty <> 8");
   const int32_t deleted = FirstOrderWhere("Locked = 0 AND OrderId <> " + std::to_string(edited));
   const std::string where = " WHERE OrderId = " + std::to_string(edited);
-  AppProcess app(Args());
+  AppProcess app(AppArgs(dir_));
   app.ReadUntil("Type help for the commands.");
   Database()->Execute("UPDATE Orders SET Note = 'changed elsewhere'" + where);
   Database()->Execute("UPDATE Orders SET Qty = Qty + 1 WHERE OrderId = " + std::to_string(deleted));
@@ -201,7 +199,7 @@ TEST_F(AppSession, QueryByFormFindsTheRowsSqlFindsAndRefinesThem) {
                                                             {"date", "Order date"},
                                                             {"text", "Customer"},
                                                             {"yes/no", "Paid"}};
-  const std::string help = RunApp(Args(), "help\n").output;
+  const std::string help = RunApp(AppArgs(dir_), "help\n").output;
   size_t examples = 0;
   const std::regex kind_line("  ([a-z/]+):  (.*)");
   for (auto it = std::sregex_iterator(help.begin(), help.end(), kind_line);
@@ -218,7 +216,7 @@ TEST_F(AppSession, QueryByFormFindsTheRowsSqlFindsAndRefinesThem) {
   const std::string refine =
       "query\nset Customer Harbor\nset Quantity >=10\nsql\nrun\nrefine\nset Quantity\nrun\n"
       "query\nset Quantity >=30\ncancel\nlist\nclear\nrefresh\nquery\nset Quantity >=\nrun\n";
-  const AppRun run = RunApp(Args(), script + refine + "quit\n");
+  const AppRun run = RunApp(AppArgs(dir_), script + refine + "quit\n");
   const std::string harbor = "SELECT COUNT(*) FROM Orders WHERE Customer LIKE '%Harbor%'";
   const std::vector<int32_t> found = FoundCounts(run.output);
   ASSERT_EQ(found.size(), expected.size() + examples + 3) << run.output;

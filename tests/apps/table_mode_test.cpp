@@ -97,15 +97,9 @@ class AppOnTable : public ::testing::TestWithParam<TestProvider> {
   }
 
   // --data-dir, --lang en and --connect to the test database, then Extra.
-  std::vector<std::string> Args(const std::vector<std::string>& extra) {
-    std::vector<std::string> args = {"--data-dir", dir_.path().string(),
-                                     "--lang",     "en",
-                                     "--connect",  db_.ConnectionString("people.db")};
-    args.insert(args.end(), extra.begin(), extra.end());
-    return args;
-  }
-  AppRun Run(const std::string& script, const std::vector<std::string>& extra) {
-    return RunApp(Args(extra), script);
+  std::vector<std::string> Args(std::vector<std::string> extra) {
+    extra.insert(extra.begin(), {"--connect", db_.ConnectionString("people.db")});
+    return AppArgs(dir_, extra);
   }
   Variant Value(const std::string& sql) { return QueryRows(database_, sql).at(0).at(0); }
 
@@ -115,10 +109,9 @@ class AppOnTable : public ::testing::TestWithParam<TestProvider> {
 };
 
 TEST_P(AppOnTable, AnyTableOpensWithAFieldPerColumnAndSavesByItsKey) {
-  const AppRun run =
-      Run("jump\nset Nothing 1\ngoto 99\nlast\nset Score 7.25\nsave\nnew\nset Name Grace\n"
-          "set Born 1906-12-09\nsave\nsql\nquit\n",
-          {"--table", "People"});
+  const AppRun run = RunApp(Args({"--table", "People"}),
+                            "jump\nset Nothing 1\ngoto 99\nlast\nset Score 7.25\nsave\nnew\n"
+                            "set Name Grace\nset Born 1906-12-09\nsave\nsql\nquit\n");
   ASSERT_EQ(run.exit_code, 1) << run.output;  // jump, Nothing and 99 failed
   // A scripted session shows no prompts, colours or progress: only the commands, echoed.
   ExpectShown(run.output,
@@ -141,7 +134,7 @@ TEST_P(AppOnTable, NamedKeyColumnIdentifiesAndOrdersRowsWithoutAPrimaryKey) {
     database_->Execute("CREATE TABLE Tags (\"" + key + "\" VARCHAR(8), \"Label\" VARCHAR(20))");
     database_->Execute("INSERT INTO Tags VALUES ('b', 'second'), ('a', 'first'), ('c', 'third')");
     const AppRun run =
-        Run("next\nset Label renamed\nsave\nquit\n", {"--table", "Tags", "--key", key});
+        RunApp(Args({"--table", "Tags", "--key", key}), "next\nset Label renamed\nsave\nquit\n");
     EXPECT_NE(run.output.find("Saved row 2."), npos) << run.output;
     EXPECT_EQ(Value("SELECT [Label] FROM Tags WHERE " + db::internal::BracketName(key) + " = 'b'"),
               Variant("renamed"));
@@ -195,9 +188,7 @@ TEST_P(AppOnTable, ConnectionsOpenOrFailWithoutEchoingSecrets) {
   }
   for (const Case& c : cases) {
     SCOPED_TRACE(c.args[1]);
-    std::vector<std::string> args = {"--data-dir", dir_.path().string(), "--lang", "en"};
-    args.insert(args.end(), c.args.begin(), c.args.end());
-    const AppRun run = RunApp(args, "quit\n", c.env);
+    const AppRun run = RunApp(AppArgs(dir_, c.args), "quit\n", c.env);
     EXPECT_EQ(run.exit_code, c.exit_code) << run.output;
     ExpectShown(run.output, c.shown);
   }
@@ -257,7 +248,7 @@ TEST_P(AppOnTable, RandomSessionsOnAnOddTableAreAllAnswered) {
 }
 
 TEST_F(AppSession, RandomSessionsOnTheSampleAreAllAnswered) {
-  RunRandomSessions(20261123, Args(),
+  RunRandomSessions(20261123, AppArgs(dir_),
                     {"Customer", "Quantity", "Unit price", "Currency", "Order date", "Paid", "Note",
                      "Amount", "Locked", "Order No.", "Line", "nothing"},
                     (dir_.path() / "out.csv").string());
