@@ -160,11 +160,13 @@ std::vector<int32_t> FoundCounts(const std::string& output) {
   return counts;
 }
 
-// Criteria of every kind find the rows that the same condition finds in SQL,
-// and every criterion that help shows runs through the real translator on a
-// field of its kind without an error. Then refine starts from the last
-// criteria, cancel keeps the rows of the last run, clear and refresh bring all
-// back, and an unreadable criterion is refused when typed: run finds every row.
+// A criterion typed into each field of the sample (yes/no in the words of
+// both languages) finds the rows that the same condition finds in SQL (each
+// form of criterion runs on both databases in the query tests), and every
+// criterion that help shows runs through the real translator on a field of its
+// kind without an error. Then refine starts from the last criteria, cancel
+// keeps the rows of the last run, clear and refresh bring all back, and an
+// unreadable criterion is refused when typed: run finds every row.
 TEST_F(AppSession, QueryByFormFindsTheRowsSqlFindsAndRefinesThem) {
   const struct {
     const char* field;      // as the screen shows it
@@ -172,20 +174,13 @@ TEST_F(AppSession, QueryByFormFindsTheRowsSqlFindsAndRefinesThem) {
     const char* where;      // the same rows in SQL
   } criteria[] = {
       {"Customer", "Harbor", "Customer LIKE '%Harbor%'"},
-      {"Customer", "not Harbor", "NOT Customer LIKE '%Harbor%'"},
       {"Note", "null", "Note IS NULL OR Note = ''"},
-      {"Quantity", ">=30", "Qty >= 30"},
       {"Quantity", ">=10 AND <20", "Qty >= 10 AND Qty < 20"},
       {"Unit price", ">100", "Price > 100"},
-      {"Unit price", "<=5", "Price <= 5"},
-      {"Order date", ">=2024-12-01", "OrderDate >= '2024-12-01'"},
       {"Order date", "2024-03-15", "date(OrderDate) = '2024-03-15'"},
-      {"Paid", "1", "Paid <> 0"},
-      {"Paid", "0", "Paid = 0"},
       {"Paid", "yes", "Paid <> 0"},
       {"Paid", "否", "Paid = 0"},
       {"Amount", ">=1000 AND <2000", "Qty * Price >= 1000 AND Qty * Price < 2000"},
-      {"Amount", "<50 OR >5000", "Qty * Price < 50 OR Qty * Price > 5000"},
   };
   std::string script;
   std::vector<int32_t> expected;
