@@ -127,19 +127,17 @@ TEST_P(AppOnTable, AnyTableOpensWithAFieldPerColumnAndSavesByItsKey) {
   EXPECT_EQ(Value("SELECT [Born] FROM People WHERE [Id] = 3"), CDate(Variant("1906-12-09")));
 }
 
-// A named key column identifies the rows and orders them, whatever its name.
+// A named key column identifies the rows and orders them, whatever its name
+// (a plain name is the easy case of the same quoting).
 TEST_P(AppOnTable, NamedKeyColumnIdentifiesAndOrdersRowsWithoutAPrimaryKey) {
-  for (const std::string key : {"Code", "Size [cm]"}) {
-    SCOPED_TRACE(key);
-    database_->Execute("CREATE TABLE Tags (\"" + key + "\" VARCHAR(8), \"Label\" VARCHAR(20))");
-    database_->Execute("INSERT INTO Tags VALUES ('b', 'second'), ('a', 'first'), ('c', 'third')");
-    const AppRun run =
-        RunApp(Args({"--table", "Tags", "--key", key}), "next\nset Label renamed\nsave\nquit\n");
-    EXPECT_NE(run.output.find("Saved row 2."), npos) << run.output;
-    EXPECT_EQ(Value("SELECT [Label] FROM Tags WHERE " + db::internal::BracketName(key) + " = 'b'"),
-              Variant("renamed"));
-    database_->Execute("DROP TABLE Tags");
-  }
+  const std::string key = "Size [cm]";
+  database_->Execute("CREATE TABLE Tags (\"" + key + "\" VARCHAR(8), \"Label\" VARCHAR(20))");
+  database_->Execute("INSERT INTO Tags VALUES ('b', 'second'), ('a', 'first'), ('c', 'third')");
+  const AppRun run =
+      RunApp(Args({"--table", "Tags", "--key", key}), "next\nset Label renamed\nsave\nquit\n");
+  EXPECT_NE(run.output.find("Saved row 2."), npos) << run.output;
+  EXPECT_EQ(Value("SELECT [Label] FROM Tags WHERE " + db::internal::BracketName(key) + " = 'b'"),
+            Variant("renamed"));
 }
 
 // A bad command line or connection ends with a failure and echoes nothing of
