@@ -154,8 +154,6 @@ void WriteRowValues(RecordsetState& rs, int32_t row, const std::vector<Variant>&
   }
 }
 
-void RecomputeSum(RecordsetState& rs, size_t field_index) { RecountTotal(rs, field_index); }
-
 void RecomputeAllSums(RecordsetState& rs) {
   for (size_t i = 0; i < rs.fields.size(); ++i) {
     RecountTotal(rs, i);

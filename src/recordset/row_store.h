@@ -39,9 +39,8 @@ std::vector<Variant> RowValues(const RecordsetState& rs, int32_t row);
 // column totals not followed: RowLeavesTotals / RowJoinsTotals around it).
 void WriteRowValues(RecordsetState& rs, int32_t row, const std::vector<Variant>& values);
 
-// Recomputes SumValue of the field at index (0-based) from every row: the
-// recount of column_total.h (RecountTotal).
-void RecomputeSum(RecordsetState& rs, size_t field_index);
+// Recomputes every summed field's SumValue from every row: the recount of
+// column_total.h (RecountTotal).
 void RecomputeAllSums(RecordsetState& rs);
 
 // Numbers the rows 1..Rows of every F_AutoCoding field.

@@ -5,15 +5,9 @@
 namespace varnel::testing {
 
 void AppSession::SetUp() {
-  const AppRun first = RunApp(Args(), "");
+  const AppRun first = RunApp(AppArgs(dir_), "");
   ASSERT_EQ(first.exit_code, 0) << first.output;
   ASSERT_NE(first.output.find("Created the sample database"), std::string::npos) << first.output;
-}
-
-std::vector<std::string> AppSession::Args(const std::vector<std::string>& extra) const {
-  std::vector<std::string> args = {"--data-dir", dir_.path().string(), "--lang", "en"};
-  args.insert(args.end(), extra.begin(), extra.end());
-  return args;
 }
 
 AppRun AppSession::Run(const std::vector<std::string>& lines) {
@@ -21,7 +15,7 @@ AppRun AppSession::Run(const std::vector<std::string>& lines) {
   for (const std::string& line : lines) {
     script += line + "\n";
   }
-  return RunApp(Args(), script);
+  return RunApp(AppArgs(dir_), script);
 }
 
 std::shared_ptr<db::Connection> AppSession::Database() {
@@ -50,6 +44,12 @@ int32_t AppSession::FirstOrderWhere(const std::string& condition) {
   return Scalar("SELECT OrderId FROM Orders WHERE " + condition +
                 " ORDER BY OrderDate, OrderId LIMIT 1")
       .ToLong();
+}
+
+std::vector<std::string> AppArgs(const TempDir& dir, const std::vector<std::string>& extra) {
+  std::vector<std::string> args = {"--data-dir", dir.path().string(), "--lang", "en"};
+  args.insert(args.end(), extra.begin(), extra.end());
+  return args;
 }
 
 Rows QueryRows(const std::shared_ptr<db::Connection>& connection, const std::string& sql) {

@@ -21,8 +21,6 @@ class AppSession : public ::testing::Test {
  protected:
   void SetUp() override;
 
-  // --data-dir <temp> --lang en, then Extra.
-  std::vector<std::string> Args(const std::vector<std::string>& extra = {}) const;
   // Runs the sample screen in English with one command per line.
   AppRun Run(const std::vector<std::string>& lines);
 
@@ -41,6 +39,8 @@ class AppSession : public ::testing::Test {
   std::shared_ptr<db::Connection> database_;
 };
 
+// --data-dir Dir --lang en, then Extra.
+std::vector<std::string> AppArgs(const TempDir& dir, const std::vector<std::string>& extra = {});
 // The rows that Sql reads on Connection.
 Rows QueryRows(const std::shared_ptr<db::Connection>& connection, const std::string& sql);
 // Counts the lines of Output that contain Text (that start with it if At_start).

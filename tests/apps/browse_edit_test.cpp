@@ -14,21 +14,6 @@ namespace {
 
 constexpr auto npos = std::string::npos;
 
-TEST_F(AppSession, BrowsesTheOrdersInDateOrder) {
-  const AppRun run = Run({"next", "last", "next", "goto 150", "list 5", "sql", "quit"});
-  ASSERT_EQ(run.exit_code, 1) << run.output;  // the move past the last row failed
-  const std::string& out = run.output;
-  EXPECT_EQ(Statuses(out).front(), "Browse");
-  ExpectShown(out, {"Varnel: Orders, 300 rows.", "Row 2 of 300 | Browse", "Row 300 of 300 | Browse",
-                    "[Error] Error:2103 No current record.",
-                    "Select * From Orders Order By OrderDate Asc,OrderId Asc"});
-  // The list shows rows 148..152 with the current one marked.
-  EXPECT_EQ(
-      FieldValue(out, "Order No."),
-      CStr(Scalar("SELECT OrderId FROM Orders ORDER BY OrderDate, OrderId LIMIT 1 OFFSET 149")));
-  EXPECT_EQ(CountLines(out, ">", true), 1);
-}
-
 TEST_F(AppSession, EditedValueIsSavedToItsRowAndUndoTakesBackOneLayerAtATime) {
   const int32_t id = FirstOrderWhere("Locked = 0 AND Qty <> 7");
   const int32_t undone =
@@ -104,11 +89,16 @@ TEST_F(AppSession, RefusedChangesAreReportedAndNothingIsStored) {
   EXPECT_EQ(Query("SELECT * FROM Orders ORDER BY OrderId"), before);
 }
 
-TEST_F(AppSession, SelectionCommandsMarkRows) {
-  const AppRun run = Run({"select 2", "select shift 5", "select ctrl 3", "list 6", "select invert",
-                          "select none", "quit"});
-  const std::vector<std::string> status = StatusLines(run.output);
-  ASSERT_EQ(status.size(), 7u) << run.output;
+// Rows are marked first, then the list of the browsed rows shows none marked.
+TEST_F(AppSession, SelectionCommandsMarkRowsAndBrowsingFollowsTheDateOrder) {
+  const AppRun run =
+      Run({"select 2", "select shift 5", "select ctrl 3", "list 6", "select invert", "select none",
+           "next", "last", "next", "goto 150", "list 5", "sql", "quit"});
+  ASSERT_EQ(run.exit_code, 1) << run.output;  // the move past the last row failed
+  const std::string& out = run.output;
+  const std::vector<std::string> status = StatusLines(out);
+  ASSERT_GE(status.size(), 7u) << out;
+  EXPECT_EQ(Statuses(out).front(), "Browse");
   EXPECT_EQ(status[1].find("Selected"), npos);  // one row: the current one
   EXPECT_NE(status[2].find("Selected: 4"), npos);
   // Beside the totals over all rows, the selected rows' own, per currency sign.
@@ -120,10 +110,18 @@ TEST_F(AppSession, SelectionCommandsMarkRows) {
       << status[2];
   EXPECT_NE(status[0].find(" $ + "), npos) << status[0];
   EXPECT_NE(status[3].find("Selected: 3"), npos);
-  EXPECT_EQ(CountLines(run.output, ">+", true), 1);  // row 2, the current one
-  EXPECT_EQ(CountLines(run.output, " +", true), 2);  // rows 4 and 5
+  EXPECT_EQ(CountLines(out, ">+", true), 1);  // row 2, the current one
+  EXPECT_EQ(CountLines(out, " +", true), 2);  // rows 4 and 5
   EXPECT_NE(status[5].find("Selected: 297"), npos);
   EXPECT_EQ(status[6].find("Selected"), npos);
+  ExpectShown(out, {"Varnel: Orders, 300 rows.", "Row 3 of 300 | Browse", "Row 300 of 300 | Browse",
+                    "[Error] Error:2103 No current record.",
+                    "Select * From Orders Order By OrderDate Asc,OrderId Asc"});
+  // The second list shows rows 148..152 with the current one marked.
+  EXPECT_EQ(
+      FieldValue(out, "Order No."),
+      CStr(Scalar("SELECT OrderId FROM Orders ORDER BY OrderDate, OrderId LIMIT 1 OFFSET 149")));
+  EXPECT_EQ(CountLines(out, ">", true), 2);
 }
 
 // Each conflict is met on save with the edit kept, then resolved: the
@@ -133,7 +131,7 @@ TEST_F(AppSession, ChangesBySecondConnectionAreResolvedEitherWay) {
   const int32_t edited = FirstOrderWhere("Locked = 0 AND Qty <> 8");
   const int32_t deleted = FirstOrderWhere("Locked = 0 AND OrderId <> " + std::to_string(edited));
   const std::string where = " WHERE OrderId = " + std::to_string(edited);
-  AppProcess app(Args());
+  AppProcess app(AppArgs(dir_));
   app.ReadUntil("Type help for the commands.");
   Database()->Execute("UPDATE Orders SET Note = 'changed elsewhere'" + where);
   Database()->Execute("UPDATE Orders SET Qty = Qty + 1 WHERE OrderId = " + std::to_string(deleted));
@@ -162,11 +160,13 @@ std::vector<int32_t> FoundCounts(const std::string& output) {
   return counts;
 }
 
-// Criteria of every kind find the rows that the same condition finds in SQL,
-// and every criterion that help shows runs through the real translator on a
-// field of its kind without an error. Then refine starts from the last
-// criteria, cancel keeps the rows of the last run, clear and refresh bring all
-// back, and an unreadable criterion is refused when typed: run finds every row.
+// A criterion typed into each field of the sample (yes/no in the words of
+// both languages) finds the rows that the same condition finds in SQL (each
+// form of criterion runs on both databases in the query tests), and every
+// criterion that help shows runs through the real translator on a field of its
+// kind without an error. Then refine starts from the last criteria, cancel
+// keeps the rows of the last run, clear and refresh bring all back, and an
+// unreadable criterion is refused when typed: run finds every row.
 TEST_F(AppSession, QueryByFormFindsTheRowsSqlFindsAndRefinesThem) {
   const struct {
     const char* field;      // as the screen shows it
@@ -174,20 +174,13 @@ TEST_F(AppSession, QueryByFormFindsTheRowsSqlFindsAndRefinesThem) {
     const char* where;      // the same rows in SQL
   } criteria[] = {
       {"Customer", "Harbor", "Customer LIKE '%Harbor%'"},
-      {"Customer", "not Harbor", "NOT Customer LIKE '%Harbor%'"},
       {"Note", "null", "Note IS NULL OR Note = ''"},
-      {"Quantity", ">=30", "Qty >= 30"},
       {"Quantity", ">=10 AND <20", "Qty >= 10 AND Qty < 20"},
       {"Unit price", ">100", "Price > 100"},
-      {"Unit price", "<=5", "Price <= 5"},
-      {"Order date", ">=2024-12-01", "OrderDate >= '2024-12-01'"},
       {"Order date", "2024-03-15", "date(OrderDate) = '2024-03-15'"},
-      {"Paid", "1", "Paid <> 0"},
-      {"Paid", "0", "Paid = 0"},
       {"Paid", "yes", "Paid <> 0"},
       {"Paid", "否", "Paid = 0"},
       {"Amount", ">=1000 AND <2000", "Qty * Price >= 1000 AND Qty * Price < 2000"},
-      {"Amount", "<50 OR >5000", "Qty * Price < 50 OR Qty * Price > 5000"},
   };
   std::string script;
   std::vector<int32_t> expected;
@@ -201,7 +194,7 @@ TEST_F(AppSession, QueryByFormFindsTheRowsSqlFindsAndRefinesThem) {
                                                             {"date", "Order date"},
                                                             {"text", "Customer"},
                                                             {"yes/no", "Paid"}};
-  const std::string help = RunApp(Args(), "help\n").output;
+  const std::string help = RunApp(AppArgs(dir_), "help\n").output;
   size_t examples = 0;
   const std::regex kind_line("  ([a-z/]+):  (.*)");
   for (auto it = std::sregex_iterator(help.begin(), help.end(), kind_line);
@@ -218,7 +211,7 @@ TEST_F(AppSession, QueryByFormFindsTheRowsSqlFindsAndRefinesThem) {
   const std::string refine =
       "query\nset Customer Harbor\nset Quantity >=10\nsql\nrun\nrefine\nset Quantity\nrun\n"
       "query\nset Quantity >=30\ncancel\nlist\nclear\nrefresh\nquery\nset Quantity >=\nrun\n";
-  const AppRun run = RunApp(Args(), script + refine + "quit\n");
+  const AppRun run = RunApp(AppArgs(dir_), script + refine + "quit\n");
   const std::string harbor = "SELECT COUNT(*) FROM Orders WHERE Customer LIKE '%Harbor%'";
   const std::vector<int32_t> found = FoundCounts(run.output);
   ASSERT_EQ(found.size(), expected.size() + examples + 3) << run.output;

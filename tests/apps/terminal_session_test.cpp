@@ -14,47 +14,36 @@ constexpr const char* kPrompt = "varnel> ";
 
 using AppAtTerminal = AppSession;
 
-TEST_F(AppAtTerminal, CtrlCCancelsTheLineAndCtrlDAsksToSaveThePendingEdit) {
+// The deletion asked about is answered no; the completed commands then run.
+TEST_F(AppAtTerminal, TabCompletesCtrlCCancelsTheLineAndCtrlDAsksToSaveThePendingEdit) {
   const int32_t id = FirstOrderWhere("Locked = 0");
   const Variant qty = Scalar("SELECT Qty FROM Orders WHERE OrderId = " + std::to_string(id));
-  AppProcess app(Args(), {}, true);
+  AppProcess app(AppArgs(dir_), {}, true);
   app.ReadUntil(kPrompt);
   app.Type(Goto(id) + "\r");
-  app.Type("set Note typed at a terminal, 终端 ¥\r");
-  app.Send("set Quantity 9");
-  app.Type("\x03", "^C\r\n" + std::string(kPrompt));
-  app.Type("\x04", "(yes/no)");
-  app.Send("yes\r");
-  const AppRun run = app.Finish();
-  EXPECT_EQ(run.exit_code, 0) << run.output;
-  EXPECT_NE(run.output.find("Saved row"), npos) << run.output;
-  EXPECT_EQ(Query("SELECT Note, Qty FROM Orders WHERE OrderId = " + std::to_string(id)),
-            (Rows{{Variant("typed at a terminal, 终端 ¥"), qty}}));
-}
-
-// The deletion asked about is answered no; the completed commands then run.
-TEST_F(AppAtTerminal, TabCompletesCommandsAndShownNames) {
-  AppProcess app(Args(), {}, true);
-  app.ReadUntil(kPrompt);
-  app.Type(Goto(FirstOrderWhere("Locked = 0")) + "\r");
   app.Type("delete\r", "(yes/no)");
   app.Type("no\r");
   app.Type("se\t", "select");  // two commands start so: both are listed
   app.Type("l\tnone\r");
   app.Type("set unit\t12.5\r");  // the name on the screen, blank and all
+  app.Type("set Note typed at a terminal, 终端 ¥\r");
+  app.Send("set Quantity 9");
+  app.Type("\x03", "^C\r\n" + std::string(kPrompt));
   app.Type("lang z\t\r");
-  app.Send("undo\rquit\r");
+  app.Type("\x04", "(是/否)");
+  app.Send("是\r");
   const AppRun run = app.Finish();
-  EXPECT_EQ(run.exit_code, 0);
+  EXPECT_EQ(run.exit_code, 0) << run.output;
   ExpectShown(run.output, {"Not deleted.", "set     select", "!Unknown command",
                            "Unit price  12.50 $", "语言：中文。"});
-  EXPECT_EQ(Scalar("SELECT COUNT(*) FROM Orders"), Variant(int32_t{300}));
+  EXPECT_EQ(Query("SELECT Note, Qty, Price FROM Orders WHERE OrderId = " + std::to_string(id)),
+            (Rows{{Variant("typed at a terminal, 终端 ¥"), qty, Variant(Currency{125000})}}));
 }
 
 // With --yes a deletion is not asked about; the password is read without echo.
 TEST_F(AppAtTerminal, PasswordIsAskedWithoutEchoAndYesDeletesWithoutAsking) {
   const std::string row = Goto(FirstOrderWhere("Locked = 0"));
-  AppProcess app(Args({"--password", "--yes"}), {}, true);
+  AppProcess app(AppArgs(dir_, {"--password", "--yes"}), {}, true);
   app.ReadUntil("Password: ");
   app.Send("s3cret-word\r");
   app.ReadUntil(kPrompt);

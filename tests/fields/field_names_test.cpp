@@ -10,11 +10,6 @@
 namespace varnel::internal {
 namespace {
 
-TEST(FieldNames, EqualityIgnoresAsciiCaseOnly) {
-  EXPECT_TRUE(NamesEqual("Qty", "QTY") && NamesEqual("单价", "单价"));
-  EXPECT_FALSE(NamesEqual("Qty", "Qty1") || NamesEqual("Qty", "Qtz"));
-}
-
 TEST(FieldNames, NowOrTodayInAnyCaseWithBlanksAroundAsksForTheCurrentDate) {
   const std::pair<Variant, bool> cases[] = {
       {Variant("Today"), true},    {Variant(" toDAY "), true}, {Variant("NOW"), true},

@@ -1,7 +1,6 @@
 // Loading a recordset from a database: the copy, the events of both open modes,
 // the date cut, computed and auto-coded fields, and the failures.
 #include "recordset/fixtures.h"
-#include "recordset/recordset_state.h"
 
 namespace varnel::testing {
 namespace {
@@ -88,16 +87,6 @@ TEST_P(DataSourceLoad, UserModeShowsTheQueryReusesTheOpenRecordsetAndCloseForget
   EXPECT_EQ(rs.Rows(), 0);
   EXPECT_EQ(rs.AbsolutePosition(), 0);
   EXPECT_EQ(rs.Item("Name")->GetValue(2), Variant("Washer"));
-}
-
-TEST_P(DataSourceLoad, EmptyTableLeavesNoRows) {
-  Execute({"DELETE FROM Items"});
-  rs.Item("Qty")->IsSum = true;
-  EXPECT_FALSE(rs.InitDataSource());
-  EXPECT_EQ(rs.Rows(), 0);
-  EXPECT_EQ(rs.AbsolutePosition(), 0);
-  EXPECT_EQ(internal::RecordsetAccess::State(rs).edit_marks.size(), 1u);
-  EXPECT_EQ(log.Joined(), kLoaded);
 }
 
 TEST_P(DataSourceLoad, CheckFieldsRefusesBadDefinitionsButRaisesTheEvents) {

@@ -35,7 +35,12 @@ TEST_P(RecordsetNavigation, MovesWalkTheRowsAndRefuseToLeaveThem) {
   EXPECT_EQ(rs.AbsolutePosition(), 2);
   client.cancel_moves = false;
   Execute({"DELETE FROM Items"});
-  Load();
+  rs.Item("Qty")->IsSum = true;
+  log.Clear();
+  EXPECT_FALSE(rs.InitDataSource());  // an empty table: no rows, and the load's events
+  EXPECT_EQ(log.Joined(), "SysDataSourceInit,DataSourceInit,RecordPointerChange");
+  EXPECT_EQ(rs.Rows(), 0);
+  EXPECT_EQ(internal::RecordsetAccess::State(rs).edit_marks.size(), 1u);
   EXPECT_EQ(rs.AbsolutePosition(), 2);  // a load leaves the pointer as it was
   EXPECT_TRUE(rs.MoveFirst());
   EXPECT_TRUE(rs.MoveLast());

@@ -1,5 +1,5 @@
 // Whole-row operations on the value store: sizing, the pointer, insertion and
-// erasure, row copies, totals, auto-coding and the main field.
+// erasure, row copies and the main field.
 #include "recordset/row_store.h"
 
 #include <gtest/gtest.h>
@@ -103,27 +103,8 @@ TEST_F(RowStore, InsertAndEraseShiftEveryColumnAndMarkAndRowValuesRoundTripSilen
   EXPECT_EQ(internal::FieldAccess::Values(*f).size(), 2u);
 }
 
-TEST_F(RowStore, TotalsAutoCodesAndTheMainField) {
+TEST_F(RowStore, MainFieldIsTheFirstBooleanMarkedMainAndFieldsAreFoundByName) {
   auto money = rs.Add("Money");
-  money->FieldType = F_Currency;
-  money->IsSum = a->IsSum = true;
-  internal::WriteRowValues(state(), 1, {Variant(1.5), Variant(), Variant(Currency{12500})});
-  internal::WriteRowValues(state(), 2, {Variant::Null(), Variant(), Variant(int32_t{2})});
-  internal::WriteRowValues(state(), 3, {Variant("x"), Variant(), Variant("0.25")});
-  internal::RecomputeAllSums(state());
-  EXPECT_EQ(a->SumValue.ToDouble(), 1.5);
-  EXPECT_EQ(money->SumValue, Variant(Currency{35000}));
-  EXPECT_TRUE(b->SumValue.IsNull());
-  rs.Rows(0);
-  internal::RecomputeSum(state(), 0);
-  EXPECT_EQ(a->SumValue.ToDouble(), 0);  // an empty column totals zero
-
-  rs.Rows(3);
-  money->FieldType = F_AutoCoding;
-  internal::NumberAutoCodingRows(state());
-  EXPECT_EQ(money->GetValue(3), Variant(int32_t{3}));
-  EXPECT_TRUE(a->GetValue(1).IsEmpty());
-
   EXPECT_EQ(internal::MainFieldName(state()), "");
   a->IsMain = b->IsMain = money->IsMain = true;  // A is not Boolean
   b->FieldType = money->FieldType = F_Boolean;
