@@ -6,6 +6,7 @@
 
 #include "fields/field_access.h"
 #include "support/capture_ui.h"
+#include "support/error_of.h"
 #include "support/event_log.h"
 #include "varnel/varnel.h"
 
@@ -79,12 +80,7 @@ TEST_F(RowStore, InsertAndEraseShiftEveryColumnAndMarkAndRowValuesRoundTripSilen
   EXPECT_EQ(b->GetValue(2), Variant("b2"));
   EXPECT_EQ(state().edit_marks, (std::vector<uint8_t>{0, 0, 1, 1, 0}));
   for (int32_t at : {0, 6}) {
-    try {
-      internal::InsertRow(state(), at);
-      ADD_FAILURE() << at;
-    } catch (const VbError& e) {
-      EXPECT_EQ(e.Number(), 9);
-    }
+    EXPECT_EQ(testing::ErrorOf([&] { internal::InsertRow(state(), at); }).Number(), 9) << at;
   }
   EXPECT_THROW(internal::EraseRow(state(), 5), VbError);
   EXPECT_THROW(internal::WriteRowValues(state(), 5, {}), VbError);
@@ -110,12 +106,7 @@ TEST_F(RowStore, MainFieldIsTheFirstBooleanMarkedMainAndFieldsAreFoundByName) {
   b->FieldType = money->FieldType = F_Boolean;
   EXPECT_EQ(internal::MainFieldName(state()), "B");
   EXPECT_EQ(internal::FieldIndex(state(), Variant("b")), 1u);
-  try {
-    internal::FieldIndex(state(), Variant("nope"));
-    ADD_FAILURE();
-  } catch (const VbError& e) {
-    EXPECT_EQ(e.Number(), 5);
-  }
+  EXPECT_EQ(testing::ErrorOf([&] { internal::FieldIndex(state(), Variant("nope")); }).Number(), 5);
 }
 
 }  // namespace
