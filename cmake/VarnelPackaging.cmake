@@ -1,5 +1,7 @@
 # Debian packages through cpack: "varnel-dev" holds the library, headers, CMake
-# package and pkg-config file; "varnel-programs" the console.
+# package and pkg-config file; "varnel-qt-dev" the Qt binding; "varnel-programs"
+# the console and the window. Each depends on the packages whose libraries it
+# uses, at the same version.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME varnel)
 set(CPACK_PACKAGE_VENDOR "Varnel developers")
@@ -8,19 +10,38 @@ set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "In-memory data source for data-entry scre
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_COMPONENTS_ALL library)
+if(TARGET varnel_qt)
+  list(APPEND CPACK_COMPONENTS_ALL qt)
+endif()
 if(TARGET varnel_app)
   list(APPEND CPACK_COMPONENTS_ALL programs)
+endif()
+set(CPACK_DEBIAN_ENABLE_COMPONENT_DEPENDS ON)
+set(CPACK_COMPONENT_QT_DEPENDS library)
+if(BUILD_SHARED_LIBS)
+  # The programs then load libvarnel.so (and libvarnel_qt.so) at run time.
+  set(CPACK_COMPONENT_PROGRAMS_DEPENDS library)
+  if(TARGET varnel_qt)
+    list(APPEND CPACK_COMPONENT_PROGRAMS_DEPENDS qt)
+  endif()
 endif()
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_NAME varnel-dev)
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_DEPENDS "libsqlite3-dev, libpq-dev")
+set(CPACK_DEBIAN_QT_PACKAGE_NAME varnel-qt-dev)
+set(CPACK_DEBIAN_QT_PACKAGE_SECTION libdevel)
+set(CPACK_DEBIAN_QT_PACKAGE_DEPENDS "qt6-base-dev")
 set(CPACK_DEBIAN_PROGRAMS_PACKAGE_NAME varnel-programs)
 set(CPACK_DEBIAN_PROGRAMS_PACKAGE_SECTION database)
 find_program(VARNEL_DPKG_SHLIBDEPS dpkg-shlibdeps)
 if(VARNEL_DPKG_SHLIBDEPS)
   set(CPACK_DEBIAN_PROGRAMS_PACKAGE_SHLIBDEPS ON)
+  # Our own shared libraries are found in the build; the package dependencies
+  # above stand for them.
+  set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR} ${PROJECT_BINARY_DIR}/src/qt)
 endif()
 set(CPACK_COMPONENT_LIBRARY_DESCRIPTION "Varnel library, headers, CMake package and varnel.pc")
-set(CPACK_COMPONENT_PROGRAMS_DESCRIPTION "The varnel data-entry console")
+set(CPACK_COMPONENT_QT_DESCRIPTION "Varnel's Qt 6 Widgets binding (varnel::qt)")
+set(CPACK_COMPONENT_PROGRAMS_DESCRIPTION "The varnel data-entry console and the varnel-screen window")
 include(CPack)
