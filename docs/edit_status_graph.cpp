@@ -168,21 +168,24 @@ std::map<Arrow, std::vector<std::string>> Arrows(std::vector<Arrow>& order) {
     }
     AddLabel(arrows[arrow], label);
   };
+  std::vector<const OpName*> per_status;  // the operations drawn from each status
   for (const OpName& op : kOps) {
     if (const auto move = SameFromEveryStatus(op)) {
       add({-1, StatusIndex(*move->to), move->prelude},
           Label(op, *move->to, kAnswers[0], move->silent) + Exceptions(op));
+    } else {
+      per_status.push_back(&op);
     }
   }
   for (int from = 0; from < static_cast<int>(std::size(kStatuses)); ++from) {
-    for (const OpName& op : kOps) {
+    for (const OpName* each : per_status) {
+      const OpName& op = *each;
       const varnel::internal::EditMove move =
           varnel::internal::PlanMove(kStatuses[from].status, op.op);
       for (const AnswerName& answer : kAnswers) {
         const std::optional<Enum_EditStatus> to =
             varnel::internal::NextStatus(kStatuses[from].status, op.op, answer.answer);
-        if (SameFromEveryStatus(op) || !to ||
-            (*to == kStatuses[from].status && move.prelude == Prelude::kNone)) {
+        if (!to || (*to == kStatuses[from].status && move.prelude == Prelude::kNone)) {
           continue;
         }
         add({from, StatusIndex(*to), move.prelude},
